@@ -54,7 +54,8 @@ PRINTMAN_EXPORT MarkerParse parse_field_marker(std::span<const char> line, int p
 /// does not exist) is put between the "#" and the "!". All other bytes stay as they are, and the
 /// cells of the page hold exactly @p text again when the line is read.
 ///
-/// @param text the line without its newline; it must not hold zero bytes
+/// @param text the line without its newline; it must not hold zero bytes. The result stands for it
+///             only when it is short enough to be read as one line: 510 bytes.
 PRINTMAN_EXPORT std::string escape_report_line(std::string_view text);
 
 } // namespace printman

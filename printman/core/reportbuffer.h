@@ -12,7 +12,13 @@
 namespace printman {
 
 /// A page request: the integer argument of the door's page functions.
-enum PageRequest { page_current = 0, page_first = 1, page_next = 2, page_previous = 3, page_last = 4 };
+enum PageRequest {
+    page_current = 0,
+    page_first = 1,
+    page_next = 2,
+    page_previous = 3,
+    page_last = 4
+};
 
 /// Limits of a page's geometry; beyond them it counts as missing.
 inline constexpr long max_page_columns = 32767;
@@ -27,6 +33,17 @@ struct PageGeometry {
     bool known() const { return columns != 0 && lines != 0; }
     bool operator==(const PageGeometry&) const = default;
 };
+
+/// Appends to @p offsets where the text of every page in the file starts: the position behind the
+/// top line, or behind its first 49 bytes when it is longer. Inside a line a top mark counts at
+/// every 49th byte from the line's start, and nowhere else.
+///
+/// @param fd         an open file at its start
+/// @param block_size bytes to read at a time, 1 or more
+/// @return 0, or the errno of a failed read; @p offsets may then hold some of the places
+///
+/// Cost: one pass over the file, whatever its lines look like.
+int find_pages(int fd, size_t block_size, std::vector<long>& offsets);
 
 /// A report in its file: how pages are added, announced and found, and how one is read into cells.
 ///
@@ -62,19 +79,22 @@ public:
     /// Reads the geometry from the first top line that stands in the file. A file without one, or
     /// with one that has no comma or says absurd numbers, leaves the geometry as it was.
     ///
-    /// @return 0, or -1 when the file cannot be opened
+    /// @return 0, or -1 when the file cannot be opened or read, or is no regular file
     int read_geometry();
 
-    /// Drops the pages' cells and geometry, reads the geometry anew, and when it is known makes the
-    /// cells and the escape table and indexes the pages. The index is added to, not replaced:
-    /// every further call repeats the same pages behind those already known.
+    /// Drops the cells of an earlier call together with the geometry and the page count, reads the
+    /// geometry anew, and when it is known makes the cells and the escape table and indexes the
+    /// pages. The index is added to, not replaced: every further call repeats the same pages behind
+    /// those already known.
     ///
-    /// @return -1 when the file cannot be opened, 1 when the top line says 0 lines, 0 otherwise
+    /// @return -1 when the file cannot be read, 1 when the top line says 0 lines, 0 otherwise
     int init(EscapeTable& fields);
 
     /// Adds the place of every page in the file to the index. Cost: one pass over the file.
     ///
-    /// @return 0, or -1 when the file cannot be opened or read; the index then stays as it was
+    /// @return 0, or -1 when the file cannot be opened or read, or is no regular file; the index
+    /// then
+    ///         stays as it was
     int index_pages();
 
     /// Forgets the places of all pages. The page count stays until the next indexing.
@@ -93,12 +113,17 @@ public:
     /// @param cells  zero-filled, then receives line r from columns x r on; a line longer than the
     ///               page is wide runs on into the next line's cells
     /// @param fields cleared, then receives the page's markers
-    /// @return false when the geometry is not known, the request is refused (the current page then
-    ///         stays) or the file cannot be read (the current page has then changed)
+    /// @return false when the geometry is not known, the request is refused or asks for a page that
+    ///         the index does not have (the current page then stays), or the file cannot be read or
+    ///         ends before the page (the current page has then changed)
     bool read_page(int request, std::span<char> cells, EscapeTable& fields);
 
-    /// The same into the buffer's own cells.
-    bool read_page(int request, EscapeTable& fields) { return read_page(request, cells_, fields); }
+    /// The same into the buffer's own cells. What stands behind the last cell is cut here too, but
+    /// the markers in it count.
+    bool read_page(int request, EscapeTable& fields);
+
+    /// Whether the file is now shorter than it was when its pages were indexed last.
+    bool has_shrunk() const;
 
     /// The cells of the page read last: columns x lines bytes, row by row, 0 for an empty cell.
     std::span<const char> cells() const { return cells_; }
@@ -107,12 +132,19 @@ public:
     std::span<const char> line() const { return line_; }
 
 private:
+    enum class Overrun { ends_line, is_skipped };
+
+    int read_geometry_numbers(long& columns, long& lines) const;
     bool turn_to(int request);
-    bool read_lines(std::FILE* file, std::span<char> cells, EscapeTable& fields);
+    bool read_page(int request, std::span<char> cells, EscapeTable& fields, Overrun overrun);
+    bool read_lines(std::FILE* file, std::span<char> cells, EscapeTable& fields, Overrun overrun);
+    void place_line(int row, int length, std::span<char> cells, EscapeTable& fields,
+                    Overrun overrun) const;
 
     std::string file_name_;
     std::FILE* stream_ = nullptr;
     std::vector<long> offsets_;
+    long indexed_size_ = 0; ///< bytes in the file when it was indexed last
     int page_count_ = 0;
     int current_page_ = 1;
     PageGeometry geometry_;

@@ -1,0 +1,106 @@
+#include "printman/toolkit/outputfile.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <sys/stat.h>
+
+namespace printman {
+
+namespace {
+
+/// What stands under a name.
+enum class Target { replaceable, device, open_stream };
+
+Target target_of(const QString& path) {
+    struct stat status {};
+    const bool exists = ::stat(QFile::encodeName(path).constData(), &status) == 0;
+    if (exists && !S_ISREG(status.st_mode))
+        return Target::device;
+    // Names of this process's own streams: a shell may have redirected them to a regular file.
+    for (const char* prefix : {"/dev/std", "/dev/fd/", "/proc/"})
+        if (exists && path.startsWith(QLatin1String(prefix)))
+            return Target::open_stream;
+    return Target::replaceable;
+}
+
+/// Follows links to the name that is to be replaced, so that a link stays and keeps pointing there.
+QString without_links(QString path) {
+    constexpr int most_links = 40;
+    for (int i = 0; i < most_links; ++i) {
+        const QFileInfo info(path);
+        if (!info.isSymLink())
+            break;
+        path = info.symLinkTarget();
+    }
+    return path;
+}
+
+} // namespace
+
+OutputFile::OutputFile() = default;
+OutputFile::~OutputFile() = default;
+
+bool OutputFile::open(const QString& path) {
+    discard();
+    failed_ = false;
+    error_.clear();
+    QIODevice::OpenMode mode = QIODevice::WriteOnly;
+    std::unique_ptr<QFileDevice> file;
+    const Target target = target_of(path);
+    if (target == Target::replaceable) {
+        auto save_file = std::make_unique<QSaveFile>(without_links(path));
+        save_file->setDirectWriteFallback(false);
+        file = std::move(save_file);
+    } else {
+        file = std::make_unique<QFile>(path);
+        if (target == Target::open_stream)
+            mode |= QIODevice::Append;
+    }
+    device_ = std::move(file);
+    if (device_->open(mode))
+        return true;
+    note_failure();
+    device_.reset();
+    return false;
+}
+
+bool OutputFile::write(const char* data, qint64 size) {
+    if (!device_ || failed_)
+        return false;
+    if (device_->write(data, size) != size)
+        note_failure();
+    return !failed_;
+}
+
+bool OutputFile::commit() {
+    if (!device_) {
+        error_ = QStringLiteral("not open");
+        return false;
+    }
+    auto* file = static_cast<QFileDevice*>(device_.get());
+    if (!failed_ && (!file->flush() || file->error() != QFileDevice::NoError))
+        note_failure();
+    auto* save_file = qobject_cast<QSaveFile*>(file);
+    if (!failed_ && save_file && !save_file->commit())
+        note_failure();
+    if (!failed_ && !save_file) {
+        file->close();
+        if (file->error() != QFileDevice::NoError)
+            note_failure();
+    }
+    device_.reset();
+    return !failed_;
+}
+
+void OutputFile::discard() {
+    device_.reset();
+}
+
+void OutputFile::note_failure() {
+    failed_ = true;
+    error_ = device_->errorString();
+}
+
+} // namespace printman
