@@ -46,7 +46,8 @@ public:
     /// that the setting TMPDIR names, else in the current directory. The first add_rpt_page()
     /// creates the file.
     ///
-    /// @return the length of that name, or -1 when it does not fit 255 bytes; the old one then stays
+    /// @return the length of that name, or -1 when it does not fit 255 bytes; the old one then
+    /// stays
     int init_printman();
 
     /// Makes the printer and adopts the report file @p path, at most 255 bytes, and indexes it.
@@ -55,7 +56,8 @@ public:
     ///         then stays as it was
     int init_printman(const char* path);
 
-    /// Opens the report file with an fopen @p mode: 0, or -1 for a null or empty mode or on failure.
+    /// Opens the report file with an fopen @p mode: 0, or -1 for a null or empty mode or on
+    /// failure.
     int open_rpt_buffer(const char* mode);
 
     /// Closes it again: the result of fclose, EOF when it is not open.
@@ -76,7 +78,8 @@ public:
     /// file.
     ///
     /// @param cell_width,cell_height a cell in pixels, for get_scr_size(int*, int*)
-    /// @return -1 when the file cannot be opened, 1 when it says pages of 0 lines, else 0, also when
+    /// @return -1 when the file cannot be opened, 1 when it says pages of 0 lines, else 0, also
+    /// when
     ///         it has no geometry
     int init_scr_buffer(int cell_width, int cell_height);
 

@@ -1,0 +1,55 @@
+#include <printman/render/pageunits.h>
+#include <printman/render/units.h>
+
+#include <QFontMetrics>
+#include <QPainter>
+
+#include <algorithm>
+#include <limits>
+
+namespace printman {
+
+namespace {
+
+int to_int(qint64 value) {
+    return static_cast<int>(std::clamp<qint64>(value, std::numeric_limits<int>::min(),
+                                               std::numeric_limits<int>::max()));
+}
+
+} // namespace
+
+void PageUnits::set(QPainter& p, int columns, int lines, bool keep, int margin_x, int margin_y) {
+    const QFontMetrics font = p.fontMetrics();
+    char_width_ = font.maxWidth();
+    line_height_ = font.height();
+
+    const QPaintDeviceMetrics device(p.device());
+    pixels_ = {itopY(margins.top, device), itopY(margins.bottom, device),
+               itopX(margins.left, device), itopX(margins.right, device)};
+    if (keep || no_page_map)
+        return;
+
+    window_ = QSize(to_int(qint64{columns} * char_width_), to_int(qint64{lines} * line_height_));
+    p.setWindow(0, 0, window_.width(), window_.height());
+
+    const QRect area = p.viewport();
+    const qint64 x = qint64{area.left()} + pixels_.left + margin_x;
+    const qint64 y = qint64{area.top()} + pixels_.top + margin_y;
+    const qint64 width = qint64{area.width()} - pixels_.left - pixels_.right - 2 * qint64{margin_x};
+    const qint64 height =
+        qint64{area.height()} - pixels_.top - pixels_.bottom - 2 * qint64{margin_y};
+    const QSize room(std::max(1, to_int(width)), std::max(1, to_int(height)));
+    // A grid far wider than tall would scale to a height of 0, which no painter can map to.
+    viewport_ = window_.scaled(room, Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
+    p.setViewport(to_int(x), to_int(y), viewport_.width(), viewport_.height());
+}
+
+QRect PageUnits::logical(const QRect& cells) const {
+    const qint64 x = cells.x();
+    const qint64 y = cells.y();
+    return QRect(QPoint(to_int(x * char_width_), to_int(y * line_height_)),
+                 QPoint(to_int((x + cells.width()) * char_width_ - 1),
+                        to_int((y + cells.height()) * line_height_ - 1)));
+}
+
+} // namespace printman

@@ -1,0 +1,144 @@
+#include <printman/toolkit/psfont.h>
+
+#include <hb-ot.h>
+
+#include <cmath>
+
+namespace printman {
+
+namespace {
+
+constexpr int first_free_code = 0x21;
+
+hb_blob_t* copy_table(hb_face_t*, hb_tag_t tag, void* user) {
+    char name[5] = {};
+    hb_tag_to_string(tag, name);
+    auto* table = new QByteArray(static_cast<const QRawFont*>(user)->fontTable(name));
+    return hb_blob_create(table->constData(), static_cast<unsigned>(table->size()),
+                          HB_MEMORY_MODE_READONLY, table,
+                          [](void* data) { delete static_cast<QByteArray*>(data); });
+}
+
+QByteArray glyph_name(quint32 glyph, char32_t ch) {
+    if (ch == 0)
+        return "g" + QByteArray::number(glyph);
+    const QByteArray digits = QByteArray::number(static_cast<uint>(ch), 16).toUpper();
+    return ch > 0xffff ? "u" + digits : "uni" + digits.rightJustified(4, '0');
+}
+
+bool is_latin1_text(char32_t ch) {
+    return (ch >= 0x20 && ch < 0x7f) || (ch >= 0xa0 && ch < 0x100);
+}
+
+quint16 u16(const QByteArray& table, int offset) {
+    if (table.size() < offset + 2)
+        return 0;
+    return static_cast<quint16>((static_cast<uchar>(table[offset]) << 8) |
+                                static_cast<uchar>(table[offset + 1]));
+}
+
+} // namespace
+
+PsFont::PsFont(const QRawFont& face, QByteArray name)
+    : face_(face), name_(std::move(name)), encodings_(1) {
+    if (face_.unitsPerEm() > 0)
+        units_per_em_ = face_.unitsPerEm();
+    // At one pixel a unit, outlines and widths come in the face's own units.
+    face_.setPixelSize(units_per_em_);
+    read_style();
+    if (face_.fontTable("head").isEmpty())
+        return;
+    tables_ = hb_face_create_for_tables(copy_table, &face_, nullptr);
+    shaper_ = hb_font_create(tables_);
+}
+
+PsFont::~PsFont() {
+    hb_font_destroy(shaper_);
+    hb_face_destroy(tables_);
+}
+
+void PsFont::read_style() {
+    const QByteArray os2 = face_.fontTable("OS/2");
+    if (os2.isEmpty()) {
+        italic_ = face_.style() != QFont::StyleNormal;
+        bold_ = face_.weight() >= QFont::DemiBold;
+        return;
+    }
+    constexpr int weight_offset = 4;
+    constexpr int selection_offset = 62;
+    constexpr quint16 italic_or_oblique = 0x201;
+    italic_ = (u16(os2, selection_offset) & italic_or_oblique) != 0;
+    bold_ = u16(os2, weight_offset) >= QFont::DemiBold;
+}
+
+quint32 PsFont::glyph(char32_t ch) const {
+    const QList<quint32> glyphs = face_.glyphIndexesForString(QString::fromUcs4(&ch, 1));
+    return glyphs.isEmpty() ? 0 : glyphs.first();
+}
+
+double PsFont::advance(quint32 glyph) const {
+    if (shaper_)
+        return hb_font_get_glyph_h_advance(shaper_, glyph) / units_per_em_;
+    const QList<QPointF> advances = face_.advancesForGlyphIndexes({glyph});
+    return advances.isEmpty() ? 0.0 : advances.first().x() / units_per_em_;
+}
+
+PsGlyphCode PsFont::encode(quint32 glyph, char32_t ch) {
+    const quint64 key = (quint64{glyph} << 32) | ch;
+    if (const auto known = codes_.find(key); known != codes_.end())
+        return known->second;
+
+    PsGlyphCode code;
+    QByteArray name = glyph_name(glyph, ch);
+    if (is_latin1_text(ch) && !latin1_used_[ch]) {
+        latin1_used_[ch] = true;
+        code.code = static_cast<char>(ch);
+    } else {
+        if (next_code_ == 256) {
+            encodings_.emplace_back();
+            next_code_ = first_free_code;
+        }
+        code.encoding = encodings() - 1;
+        code.code = static_cast<char>(next_code_++);
+        // Another glyph may already have the character's name; names with a suffix still say it.
+        for (const Named& other : glyphs_) {
+            if (other.name == name && other.glyph != glyph)
+                name += ".g" + QByteArray::number(glyph);
+        }
+    }
+    encodings_[code.encoding][static_cast<uchar>(code.code)] = name;
+    glyphs_.push_back({glyph, name});
+    codes_.emplace(key, code);
+    return code;
+}
+
+QByteArray PsFont::name(int encoding) const {
+    return encoding == 0 ? name_ : name_ + "-e" + QByteArray::number(encoding);
+}
+
+void PsFont::write_encoding(PsStream& out, int encoding) const {
+    out << "/Encoding 256 array 0 1 255{1 index exch/.notdef put}for\n";
+    for (int code = 0; code < 256; ++code) {
+        const QByteArray& glyph = encodings_[encoding][code];
+        if (!glyph.isEmpty())
+            out << "dup " << QByteArray::number(code).toStdString() << '/' << glyph.toStdString()
+                << " put\n";
+    }
+    out << "def\n";
+}
+
+void PsFont::write(PsStream& out) const {
+    out << "%%BeginResource: font " << name_.toStdString() << '\n';
+    if (!write_type42(out))
+        write_type1(out);
+    out << "%%EndResource\n";
+    for (int encoding = 1; encoding < encodings(); ++encoding) {
+        const std::string derived = name(encoding).toStdString();
+        out << "%%BeginResource: font " << derived << "\n/" << derived << '/' << name_.toStdString()
+            << " findfont dup length dict begin{1 index/FID eq{pop pop}{def}ifelse}forall\n";
+        write_encoding(out, encoding);
+        out << "currentdict end definefont pop\n%%EndResource\n";
+    }
+}
+
+} // namespace printman

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <printman/toolkit/psfontset.h>
+#include <printman/toolkit/pspage.h>
+#include <printman/toolkit/pssink.h>
+#include <printman/toolkit/psspool.h>
+
+#include <QPageLayout>
+
+#include <memory>
+
+namespace printman {
+
+/// What a print job is made from.
+struct PsJobSetup {
+    QString output_file;  ///< where it goes; when empty, to the spooler
+    QString printer_name; ///< the spooler's queue; when empty, its default
+    QString title;
+    QString creator;
+    int copies = 1;
+    bool collate = true;
+    int resolution = 600; ///< device pixels an inch
+};
+
+/// A print job: a PostScript document being written.
+///
+/// The fonts' subsets are known only when the last page is, and stand before the first: the pages
+/// are spooled on disk meanwhile, beside the output file, so that memory does not grow with their
+/// number and a full disk shows while they are painted.
+class PsJob {
+public:
+    /// Opens the output and the spool and starts the first page.
+    ///
+    /// @return false when that fails; error() says why
+    bool begin(const PsJobSetup& setup, const QPageLayout& layout);
+
+    /// Ends the page and starts another.
+    ///
+    /// @return false when the job has failed
+    bool new_page(const QPageLayout& layout);
+
+    /// Completes the document.
+    ///
+    /// @return false when the job failed, then or before; nothing is left of it
+    bool end();
+
+    /// Drops the job.
+    void discard();
+
+    PsPage& page() { return page_; }
+    PsFontSet& fonts() { return fonts_; }
+
+    /// Moves what the page holds to the spool when it has become much.
+    void settle();
+
+    bool failed() const { return failed_; }
+    QString error() const { return error_; }
+
+private:
+    bool fail(const QString& why);
+    bool sink_ok(bool done) { return done || fail(sink_->error()); }
+    void start_page(const QPageLayout& layout);
+    void end_page();
+    void spool();
+    void write_head(PsStream& out) const;
+    void write_setup(PsStream& out) const;
+    bool copy_pages();
+
+    PsJobSetup setup_;
+    std::unique_ptr<PsSink> sink_;
+    PsSpool spool_;
+    PsFontSet fonts_;
+    PsStream stream_;
+    PsPage page_{stream_};
+    QSize first_size_; ///< of the paper, in points
+    QSize box_;        ///< of the largest page, in points
+    int pages_ = 0;
+    bool failed_ = false;
+    QString error_;
+};
+
+} // namespace printman

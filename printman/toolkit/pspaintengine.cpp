@@ -1,0 +1,274 @@
+#include <printman/toolkit/pspaintengine.h>
+
+#include <QGlyphRun>
+#include <QImage>
+#include <QTextItem>
+#include <QTextLayout>
+
+namespace printman {
+
+namespace {
+
+constexpr double position_tolerance = 0.05; // of a device pixel
+
+constexpr QPaintEngine::PaintEngineFeatures features() {
+    return QPaintEngine::PrimitiveTransform | QPaintEngine::PixmapTransform |
+           QPaintEngine::PainterPaths | QPaintEngine::Antialiasing | QPaintEngine::AlphaBlend;
+}
+
+/// The character of the text that has @p glyph to itself, 0 when there is none.
+char32_t character_of(const PsFont& face, quint32 glyph, const QList<uint>& text) {
+    for (const uint ch : text) {
+        if (face.glyph(ch) == glyph)
+            return ch;
+    }
+    return 0;
+}
+
+} // namespace
+
+PsPaintEngine::PsPaintEngine(PsPrintEngine& printer)
+    : QPaintEngine(features()), printer_(printer) {}
+
+bool PsPaintEngine::begin(QPaintDevice*) {
+    font_.reset();
+    text_font_.reset();
+    clip_ = {};
+    has_clip_ = false;
+    clip_enabled_ = false;
+    clip_changed_ = false;
+    pen_ = QPen();
+    brush_ = QBrush();
+    transform_.reset();
+    const bool started = printer_.begin();
+    setActive(started);
+    return started;
+}
+
+bool PsPaintEngine::end() {
+    setActive(false);
+    text_font_.reset();
+    return printer_.end();
+}
+
+void PsPaintEngine::updateState(const QPaintEngineState& now) {
+    const QPaintEngine::DirtyFlags changed = now.state();
+    if (changed & DirtyTransform)
+        transform_ = now.transform();
+    if (changed & DirtyPen)
+        pen_ = now.pen();
+    if (changed & DirtyBrush)
+        brush_ = now.brush();
+    if (changed & (DirtyClipPath | DirtyClipRegion | DirtyClipEnabled))
+        update_clip(now);
+}
+
+void PsPaintEngine::update_clip(const QPaintEngineState& now) {
+    if (now.state() & DirtyClipEnabled)
+        clip_enabled_ = now.isClipEnabled();
+    if (now.state() & DirtyClipPath)
+        clip_to(transform_.map(now.clipPath()), now.clipOperation());
+    if (now.state() & DirtyClipRegion) {
+        QPainterPath path;
+        path.addRegion(now.clipRegion());
+        clip_to(transform_.map(path), now.clipOperation());
+    }
+    clip_changed_ = true;
+}
+
+void PsPaintEngine::clip_to(const QPainterPath& device_path, Qt::ClipOperation operation) {
+    clip_ =
+        operation == Qt::IntersectClip && has_clip_ ? clip_.intersected(device_path) : device_path;
+    has_clip_ = operation != Qt::NoClip;
+    clip_enabled_ = has_clip_;
+}
+
+/// The page to draw on, clipped as the painter is; null when the job takes nothing any more.
+PsPage* PsPaintEngine::clipped_page() {
+    PsJob* job = printer_.job();
+    if (!job)
+        return nullptr;
+    job->settle();
+    // A new page starts without a clip.
+    if (clip_changed_ || job->page().clipped() != clip_enabled_) {
+        if (clip_enabled_)
+            job->page().set_clip(clip_);
+        else
+            job->page().clear_clip();
+        clip_changed_ = false;
+    }
+    return &job->page();
+}
+
+void PsPaintEngine::unclip() {
+    if (PsJob* job = printer_.job())
+        job->page().clear_clip();
+}
+
+void PsPaintEngine::draw(const QPainterPath& path, bool filled) {
+    PsPage* page = clipped_page();
+    if (!page)
+        return;
+    const QPainterPath device_path = transform_.map(path);
+    if (filled && brush_.style() != Qt::NoBrush)
+        page->fill(device_path, brush_.color());
+    page->stroke(device_path, pen_, transform_);
+}
+
+void PsPaintEngine::drawPath(const QPainterPath& path) {
+    draw(path, true);
+}
+
+void PsPaintEngine::drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) {
+    QPainterPath path(points[0]);
+    for (int i = 1; i < count; ++i)
+        path.lineTo(points[i]);
+    if (mode != PolylineMode)
+        path.closeSubpath();
+    path.setFillRule(mode == WindingMode ? Qt::WindingFill : Qt::OddEvenFill);
+    draw(path, mode != PolylineMode);
+}
+
+void PsPaintEngine::drawPixmap(const QRectF& target, const QPixmap& pixmap, const QRectF& source) {
+    drawImage(target, pixmap.toImage(), source, Qt::AutoColor);
+}
+
+void PsPaintEngine::drawImage(const QRectF& target, const QImage& image, const QRectF& source,
+                              Qt::ImageConversionFlags) {
+    PsPage* page = clipped_page();
+    const QImage part = image.copy(source.toAlignedRect());
+    if (!page || part.isNull())
+        return;
+    const QTransform fit(target.width() / part.width(), 0, 0, target.height() / part.height(),
+                         target.x(), target.y());
+    page->image(part, fit * transform_);
+}
+
+PsTextFont* PsPaintEngine::text_font(const QFont& font) {
+    PsJob* job = printer_.job();
+    if (!job)
+        return nullptr;
+    if (!text_font_ || !font_ || *font_ != font) {
+        font_ = font;
+        text_font_ = std::make_unique<PsTextFont>(job->fonts(), font,
+                                                  printer_.metric(QPaintDevice::PdmDpiY));
+    }
+    return text_font_.get();
+}
+
+void PsPaintEngine::show_codes(const PsTextFont& font, int encoding, std::string_view codes,
+                               QPointF baseline, const QTransform& transform, const QColor& color) {
+    PsJob* job = printer_.job();
+    if (!job || codes.empty())
+        return;
+    const QTransform direction(transform.m11(), transform.m12(), transform.m21(), transform.m22(),
+                               0, 0);
+    const QTransform matrix = font.matrix() * direction;
+    const QPointF start = transform.map(baseline);
+    if (font.thickening() > 0)
+        job->page().show_thick(font.face(), encoding, matrix, start, codes, color,
+                               font.thickening());
+    else
+        job->page().show(font.face(), encoding, matrix, start, codes, color);
+    job->settle();
+}
+
+void PsPaintEngine::show_fixed(const PsTextFont& font, std::string_view codes, QPointF baseline,
+                               const QTransform& transform, const QColor& color) {
+    const size_t first = codes.find_first_not_of(' ');
+    if (first == std::string_view::npos)
+        return;
+    const size_t last = codes.find_last_not_of(' ');
+    baseline.rx() += static_cast<double>(first) * font.pitch();
+    show_codes(font, 0, codes.substr(first, last - first + 1), baseline, transform, color);
+}
+
+void PsPaintEngine::show(const PsTextFont& font, const std::vector<PsGlyph>& glyphs,
+                         QPointF baseline, const QTransform& transform, const QColor& color) {
+    std::string codes;
+    int encoding = 0;
+    QPointF start;
+    QPointF pen;
+    const auto flush = [&] {
+        show_codes(font, encoding, codes, baseline + start, transform, color);
+        codes.clear();
+    };
+    for (const PsGlyph& glyph : glyphs) {
+        if (glyph.ch == U' ' && codes.empty())
+            continue;
+        const PsGlyphCode code = font.face().encode(glyph.glyph, glyph.ch);
+        const QPointF off = glyph.position - pen;
+        if (!codes.empty() &&
+            (code.encoding != encoding || std::abs(off.x()) > position_tolerance ||
+             std::abs(off.y()) > position_tolerance))
+            flush();
+        if (codes.empty()) {
+            start = glyph.position;
+            pen = glyph.position;
+        }
+        encoding = code.encoding;
+        codes.push_back(code.code);
+        pen.rx() += glyph.advance;
+    }
+    while (!codes.empty() && encoding == 0 && codes.back() == ' ')
+        codes.pop_back();
+    flush();
+}
+
+void PsPaintEngine::drawTextItem(const QPointF& p, const QTextItem& item) {
+    const QString text = item.text();
+    const QFont font = item.font();
+    PsTextFont* shaped = text_font(font);
+    if (!shaped || text.isEmpty() || !clipped_page())
+        return;
+    if (item.renderFlags() & QTextItem::RightToLeft || PsTextFont::needs_layout(font) ||
+        !shaped->covers(text)) {
+        draw_layout(p, text, font);
+        return;
+    }
+    std::string codes;
+    if (shaped->pitch() > 0 && shaped->fixed_codes(text, codes)) {
+        show_fixed(*shaped, codes, p, transform_, pen_.color());
+        return;
+    }
+    std::vector<PsGlyph> glyphs;
+    shaped->shape(text, glyphs);
+    show(*shaped, glyphs, p, transform_, pen_.color());
+}
+
+/// Shows what Qt's own layout makes of the text, with as many fonts as it takes.
+void PsPaintEngine::draw_layout(const QPointF& p, const QString& text, const QFont& font) {
+    if (font.stretch() != QFont::AnyStretch && font.stretch() != QFont::Unstretched) {
+        draw_outlines(p, text, font);
+        return;
+    }
+    QTextLayout layout(text, font);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    const QList<uint> characters = text.toUcs4();
+    PsJob* job = printer_.job();
+    const QList<QGlyphRun> runs = layout.glyphRuns();
+    for (const QGlyphRun& run : runs) {
+        QFont run_font = font;
+        run_font.setFamilies({run.rawFont().familyName()});
+        const PsTextFont shaped(job->fonts(), run.rawFont(), run_font,
+                                printer_.metric(QPaintDevice::PdmDpiY));
+        std::vector<PsGlyph> glyphs;
+        const QList<quint32> indexes = run.glyphIndexes();
+        const QList<QPointF> positions = run.positions();
+        for (qsizetype i = 0; i < indexes.size(); ++i)
+            glyphs.push_back({indexes[i], character_of(shaped.face(), indexes[i], characters),
+                              positions[i] - QPointF(0, line.ascent()), shaped.width(indexes[i])});
+        show(shaped, glyphs, p, transform_, pen_.color());
+    }
+}
+
+void PsPaintEngine::draw_outlines(const QPointF& p, const QString& text, const QFont& font) {
+    QPainterPath path;
+    path.addText(p, font, text);
+    path.setFillRule(Qt::WindingFill);
+    clipped_page()->fill(transform_.map(path), pen_.color());
+}
+
+} // namespace printman

@@ -1,0 +1,71 @@
+#pragma once
+
+#include <printman/toolkit/psprintengine.h>
+#include <printman/toolkit/pstextfont.h>
+
+#include <QPaintEngine>
+#include <QPainterPath>
+
+#include <optional>
+
+namespace printman {
+
+/// Turns what a QPainter draws into a print job's pages.
+///
+/// Text stays text in embedded fonts. Solid shapes are paths, images are images; what PostScript
+/// has no word for (gradients, textures, translucent images) Qt hands over as images.
+class PsPaintEngine : public QPaintEngine {
+public:
+    explicit PsPaintEngine(PsPrintEngine& printer);
+
+    bool begin(QPaintDevice* device) override;
+    bool end() override;
+    Type type() const override { return User; }
+    void updateState(const QPaintEngineState& state) override;
+
+    void drawPath(const QPainterPath& path) override;
+    void drawPolygon(const QPointF* points, int count, PolygonDrawMode mode) override;
+    void drawTextItem(const QPointF& p, const QTextItem& item) override;
+    void drawPixmap(const QRectF& target, const QPixmap& pixmap, const QRectF& source) override;
+    void drawImage(const QRectF& target, const QImage& image, const QRectF& source,
+                   Qt::ImageConversionFlags flags) override;
+
+    /// The job's form of @p font, which stays the same for as long as the font does.
+    ///
+    /// @return null when no job is running
+    PsTextFont* text_font(const QFont& font);
+
+    /// Shows shaped glyphs with @p font from @p baseline on, both seen through @p transform.
+    void show(const PsTextFont& font, const std::vector<PsGlyph>& glyphs, QPointF baseline,
+              const QTransform& transform, const QColor& color);
+
+    /// Shows bytes of a fixed-pitch font's first encoding; blanks at both ends are left out.
+    void show_fixed(const PsTextFont& font, std::string_view codes, QPointF baseline,
+                    const QTransform& transform, const QColor& color);
+
+    /// Ends any clipping that an earlier painter state has left on the page.
+    void unclip();
+
+private:
+    void draw(const QPainterPath& path, bool filled);
+    void update_clip(const QPaintEngineState& state);
+    PsPage* clipped_page();
+    void clip_to(const QPainterPath& device_path, Qt::ClipOperation operation);
+    void show_codes(const PsTextFont& font, int encoding, std::string_view codes, QPointF baseline,
+                    const QTransform& transform, const QColor& color);
+    void draw_layout(const QPointF& p, const QString& text, const QFont& font);
+    void draw_outlines(const QPointF& p, const QString& text, const QFont& font);
+
+    PsPrintEngine& printer_;
+    QPen pen_;
+    QBrush brush_;
+    QTransform transform_;
+    QPainterPath clip_;
+    bool has_clip_ = false;
+    bool clip_enabled_ = false;
+    bool clip_changed_ = false;
+    std::optional<QFont> font_;
+    std::unique_ptr<PsTextFont> text_font_;
+};
+
+} // namespace printman

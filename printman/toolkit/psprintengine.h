@@ -1,0 +1,55 @@
+#pragma once
+
+#include <printman/toolkit/psjob.h>
+
+#include <QPageLayout>
+#include <QPrintEngine>
+
+#include <memory>
+
+namespace printman {
+
+/// What a PsPrinter was told, and the job that is being painted on it.
+class PsPrintEngine : public QPrintEngine {
+public:
+    PsPrintEngine();
+
+    void setProperty(PrintEnginePropertyKey key, const QVariant& value) override;
+    QVariant property(PrintEnginePropertyKey key) const override;
+    bool newPage() override;
+    bool abort() override;
+    int metric(QPaintDevice::PaintDeviceMetric id) const override;
+    QPrinter::PrinterState printerState() const override { return state_; }
+
+    /// Starts a job; false puts the engine into the error state.
+    bool begin();
+
+    /// Ends it: false when it failed or was aborted.
+    bool end();
+
+    /// The running job, null when there is none that still takes anything.
+    PsJob* job();
+
+    /// Sets the margins, device pixels of the page as it is turned now.
+    ///
+    /// @return false when they leave no room; the old ones then stay
+    bool set_margins(const QMarginsF& pixels);
+
+    const QPageLayout& layout() const { return layout_; }
+    QString error() const { return error_; }
+
+private:
+    void set_orientation(QPageLayout::Orientation orientation);
+    void apply_default_margins();
+    QRect area() const { return layout_.paintRectPixels(setup_.resolution); }
+
+    PsJobSetup setup_;
+    QPageLayout layout_;
+    bool margins_set_ = false;
+    QHash<int, QVariant> carried_; ///< settings that the document does not depend on
+    std::unique_ptr<PsJob> job_;
+    QPrinter::PrinterState state_ = QPrinter::Idle;
+    QString error_;
+};
+
+} // namespace printman

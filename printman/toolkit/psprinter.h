@@ -1,0 +1,55 @@
+#pragma once
+
+#include <printman/toolkit/export.h>
+
+#include <QPrinter>
+
+#include <memory>
+
+namespace printman {
+class PsPaintEngine;
+}
+
+/// A printer that writes PostScript: level 3, structured by the document structuring conventions,
+/// with text as text in embedded fonts, so that a PDF made of it can be searched.
+///
+/// It starts with 600 dpi, A4 portrait, one copy, and margins of half an inch at the sides and a
+/// third of an inch at top and bottom of the portrait sheet, which stay at these edges when the
+/// page is turned, until margins are set. Painting starts inside the margins.
+///
+/// With an output file the job goes there, and the file takes its name when the job is complete;
+/// an earlier file stays until then. Without one the job goes to the spooler, `lp -d NAME` or,
+/// where there is no lp, `lpr -P NAME`.
+///
+/// printerState(): idle; active while a painter is open; aborted from abort() until that painter
+/// ends; error when the output cannot be opened or written or the spooler dies, until the next job.
+/// In the error state painting has no effect, newPage() and the painter's end() answer false, and
+/// errorString() says why.
+///
+/// QPrinter's other setters and getters work as usual; what was set is answered whether or not such
+/// a printer exists. Only the setters below must be called on this class, not through QPrinter.
+class PRINTMAN_EXPORT PsPrinter : public QPrinter {
+public:
+    PsPrinter();
+    ~PsPrinter() override;
+
+    /// Names the spooler's queue; it need not exist.
+    void setPrinterName(const QString& name);
+
+    /// Names the output file; an empty name sends jobs to the spooler.
+    void setOutputFileName(const QString& path);
+
+    /// Does nothing: the output is PostScript.
+    void setOutputFormat(OutputFormat format);
+
+    /// Sets the margins of the page as it is turned now, in device pixels (1/600 inch). Margins
+    /// that leave no room are ignored.
+    void setMargins(unsigned top, unsigned left, unsigned bottom, unsigned right);
+
+    /// Why the last job failed, in one line; empty when it did not.
+    QString errorString() const;
+
+private:
+    class Private;
+    std::unique_ptr<Private> d;
+};

@@ -1,0 +1,57 @@
+#pragma once
+
+#include <printman/toolkit/outputfile.h>
+
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+#include <string_view>
+
+namespace printman {
+
+/// Where a print job's bytes go: a file, or the spooler's standard input.
+class PsSink {
+public:
+    virtual ~PsSink() = default;
+
+    /// @return false when the target cannot take anything; error() says why
+    virtual bool open() = 0;
+
+    /// Whether the target still takes what is written; a spooler that has died does not.
+    virtual bool alive() { return true; }
+
+    virtual bool write(std::string_view bytes) = 0;
+
+    /// Completes the job.
+    virtual bool close() = 0;
+
+    /// Drops the job: an earlier file stays, the spooler gets nothing more.
+    virtual void discard() = 0;
+
+    const QString& error() const { return error_; }
+
+protected:
+    bool fail(const QString& why) {
+        error_ = why;
+        return false;
+    }
+
+private:
+    QString error_;
+};
+
+/// A job into a file that takes its name when it is complete.
+std::unique_ptr<PsSink> make_file_sink(const QString& path);
+
+/// A job into the standard input of a program, started with exactly these arguments and no shell.
+/// The job fails when the program cannot be started, dies, or ends with another status than 0.
+///
+/// @param program found on PATH
+std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringList& arguments);
+
+/// The job for a printer's queue: `lp -d NAME`, or `lpr -P NAME` where there is no lp; without a
+/// name the spooler's default queue. More than one copy is the spooler's to make.
+std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies);
+
+} // namespace printman

@@ -1,0 +1,71 @@
+#include <printman/toolkit/pspaintengine.h>
+#include <printman/toolkit/pstext.h>
+
+#include <QPainter>
+
+namespace printman {
+
+namespace {
+
+bool is_plain(const QPainter& p) {
+    const QFont font = p.font();
+    return !p.hasClipping() && p.opacity() >= 1.0 &&
+           p.compositionMode() == QPainter::CompositionMode_SourceOver &&
+           p.pen().style() != Qt::NoPen && p.pen().brush().style() == Qt::SolidPattern &&
+           p.backgroundMode() == Qt::TransparentMode && p.layoutDirection() != Qt::RightToLeft &&
+           !font.underline() && !font.overline() && !font.strikeOut() &&
+           !PsTextFont::needs_layout(font);
+}
+
+} // namespace
+
+class PsText::Private {
+public:
+    PsPaintEngine* engine = nullptr;
+    PsTextFont* font = nullptr;
+    QTransform transform;
+    QColor color;
+    std::string codes;
+    std::vector<PsGlyph> glyphs;
+    bool fixed = false;
+    double width = 0.0;
+};
+
+PsText::PsText(QPainter& p) : d(std::make_unique<Private>()) {
+    d->engine = dynamic_cast<PsPaintEngine*>(p.paintEngine());
+    if (!d->engine || !is_plain(p))
+        return;
+    d->font = d->engine->text_font(p.font());
+    d->transform = p.combinedTransform();
+    d->color = p.pen().color();
+    d->engine->unclip();
+}
+
+PsText::~PsText() = default;
+
+bool PsText::prepare(const QString& text) {
+    if (!d->font)
+        return false;
+    if (d->font->pitch() > 0) {
+        d->fixed = d->font->fixed_codes(text, d->codes);
+        d->width = d->font->pitch() * static_cast<double>(text.size());
+        return d->fixed;
+    }
+    if (!d->font->covers(text))
+        return false;
+    d->width = d->font->shape(text, d->glyphs);
+    return true;
+}
+
+double PsText::width() const {
+    return d->width;
+}
+
+void PsText::draw(QPointF baseline) {
+    if (d->fixed)
+        d->engine->show_fixed(*d->font, d->codes, baseline, d->transform, d->color);
+    else
+        d->engine->show(*d->font, d->glyphs, baseline, d->transform, d->color);
+}
+
+} // namespace printman
