@@ -1,0 +1,135 @@
+#include "host/pendingfile.h"
+
+#include <QRandomGenerator>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace host {
+
+namespace {
+
+/// The name that @p path leads to through its links, which need not exist; empty for a loop.
+QByteArray behind_links(QByteArray path) {
+    for (int depth = 0; depth < 40; ++depth) {
+        std::array<char, 4096> buffer{};
+        const ssize_t length = ::readlink(path.constData(), buffer.data(), buffer.size());
+        if (length < 0)
+            return path;
+        const QByteArray link(buffer.data(), length);
+        path = link.startsWith('/') ? link : directory_of(path) + '/' + link;
+    }
+    return {};
+}
+
+} // namespace
+
+QByteArray directory_of(const QByteArray& path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    if (slash < 0)
+        return ".";
+    return slash == 0 ? QByteArray("/") : path.left(slash);
+}
+
+bool same_file(const QByteArray& a, const QByteArray& b) {
+    struct stat first {};
+    struct stat second {};
+    return ::stat(a.constData(), &first) == 0 && ::stat(b.constData(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+bool PendingFile::fail(int code) {
+    error_ = "cannot write " + named_ + ": " + std::strerror(code);
+    discard();
+    return false;
+}
+
+bool PendingFile::open_directly(const QByteArray& path) {
+    const int fd = ::open(path.constData(), O_WRONLY | O_NOCTTY | O_CLOEXEC);
+    if (fd < 0)
+        return fail(errno);
+    if (!file_.open(fd, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return fail(EIO);
+    }
+    return true;
+}
+
+bool PendingFile::open_beside(unsigned mode) {
+    for (int attempt = 0; attempt < 100; ++attempt) {
+        const QByteArray name = directory_of(target_) + "/.printman-" +
+                                QByteArray::number(QRandomGenerator::global()->generate64(), 36)
+                                    .rightJustified(13, '0');
+        const int fd = ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        if (fd < 0 && errno == EEXIST)
+            continue;
+        if (fd < 0)
+            return fail(errno);
+        beside_ = name;
+        if (file_.open(fd, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
+            return true;
+        ::close(fd);
+        return fail(EIO);
+    }
+    return fail(EEXIST);
+}
+
+bool PendingFile::open(const QByteArray& path) {
+    discard();
+    named_ = path;
+    target_ = behind_links(path);
+    if (target_.isEmpty())
+        return fail(path.isEmpty() ? ENOENT : ELOOP);
+    struct stat status {};
+    if (::stat(target_.constData(), &status) != 0)
+        return errno == ENOENT && !target_.endsWith('/') ? open_beside(0666) : fail(errno);
+    if (S_ISDIR(status.st_mode))
+        return fail(EISDIR);
+    if (!S_ISREG(status.st_mode))
+        return open_directly(target_);
+    if (::access(target_.constData(), W_OK) != 0)
+        return fail(errno);
+    if (!open_beside(0600))
+        return false;
+    return ::fchmod(file_.handle(), status.st_mode & 07777) == 0 || fail(errno);
+}
+
+bool PendingFile::write(const QByteArray& bytes) {
+    errno = 0;
+    return file_.write(bytes) == bytes.size() || fail(errno != 0 ? errno : EIO);
+}
+
+bool PendingFile::commit() {
+    if (!file_.isOpen()) {
+        if (error_.isEmpty())
+            fail(EBADF);
+        return false;
+    }
+    errno = 0;
+    const bool written = file_.flush() && file_.error() == QFileDevice::NoError;
+    if (!written)
+        return fail(errno != 0 ? errno : EIO);
+    if (!beside_.isEmpty() && ::fsync(file_.handle()) != 0)
+        return fail(errno);
+    file_.close();
+    if (file_.error() != QFileDevice::NoError)
+        return fail(EIO);
+    if (!beside_.isEmpty() && ::rename(beside_.constData(), target_.constData()) != 0)
+        return fail(errno);
+    beside_.clear();
+    return true;
+}
+
+void PendingFile::discard() {
+    if (file_.isOpen())
+        file_.close();
+    if (!beside_.isEmpty())
+        ::unlink(beside_.constData());
+    beside_.clear();
+}
+
+} // namespace host

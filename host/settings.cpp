@@ -1,0 +1,134 @@
+#include "host/settings.h"
+
+#include "host/inifile.h"
+#include "host/pendingfile.h"
+
+#include <QDir>
+#include <QFile>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace host {
+
+namespace {
+
+// Nobody writes settings of this size: a larger file is something else.
+constexpr off_t max_file_size = 16 * 1024 * 1024;
+
+enum class ReadResult { ok, missing, unusable };
+
+ReadResult read_file(const QByteArray& path, QByteArray& bytes) {
+    const int fd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return errno == ENOENT || errno == ENOTDIR ? ReadResult::missing : ReadResult::unusable;
+    struct stat status {};
+    QFile file;
+    const bool usable =
+        ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= max_file_size;
+    if (!usable || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
+        ::close(fd);
+        return ReadResult::unusable;
+    }
+    bytes = file.read(max_file_size);
+    return file.error() == QFileDevice::NoError ? ReadResult::ok : ReadResult::unusable;
+}
+
+std::optional<QByteArray> environment_value(const QByteArray& key) {
+    const char* value = key.isEmpty() ? nullptr : ::getenv(key.constData());
+    if (!value || !*value)
+        return std::nullopt;
+    return QByteArray(value);
+}
+
+bool make_directory_of(const QByteArray& path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    if (slash <= 0)
+        return true;
+    for (qsizetype at = path.indexOf('/', 1); at >= 0 && at <= slash;
+         at = path.indexOf('/', at + 1)) {
+        if (::mkdir(path.left(at).constData(), 0777) != 0 && errno != EEXIST)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+QByteArray Settings::path_of(const QByteArray& file) const {
+    return file.startsWith('/') ? file : directory_ + '/' + file;
+}
+
+std::optional<QByteArray> Settings::file_value(const QByteArray& file, const QByteArray& section,
+                                               const QByteArray& key) const {
+    QByteArray bytes;
+    if (file.isEmpty() || read_file(path_of(file), bytes) != ReadResult::ok)
+        return std::nullopt;
+    return IniFile(bytes).value(section, key);
+}
+
+std::optional<QByteArray> Settings::value(const QByteArray& file, const QByteArray& section,
+                                          const QByteArray& key) const {
+    if (auto value = environment_value(key))
+        return value;
+    auto value = file_value(file, section, key);
+    if (key == "PRTINI" && (!value || value->isEmpty()))
+        return directory_;
+    return value;
+}
+
+bool Settings::store(const QByteArray& file, const QByteArray& section, const QByteArray& key,
+                     const QByteArray& value) const {
+    if (file.isEmpty())
+        return false;
+    const QByteArray path = path_of(file);
+    QByteArray bytes;
+    if (read_file(path, bytes) == ReadResult::unusable)
+        return false;
+    IniFile ini(bytes);
+    if (!ini.set(section, key, value) || !make_directory_of(path))
+        return false;
+    PendingFile pending;
+    return pending.open(path) && pending.write(ini.bytes()) && pending.commit();
+}
+
+std::optional<Colour> parse_colour(const QByteArray& text) {
+    const QList<QByteArray> parts = text.split(',');
+    if (parts.size() != 3)
+        return std::nullopt;
+    std::array<int, 3> numbers{};
+    for (size_t i = 0; i < numbers.size(); ++i) {
+        bool ok = false;
+        numbers[i] = std::clamp(parts.at(static_cast<qsizetype>(i)).trimmed().toInt(&ok), 0, 255);
+        if (!ok)
+            return std::nullopt;
+    }
+    return Colour{numbers[0], numbers[1], numbers[2]};
+}
+
+Colour Settings::colour(const QByteArray& key) const {
+    if (const auto text = file_value("dlwmenu.ini", "color", key)) {
+        if (const auto colour = parse_colour(*text))
+            return *colour;
+    }
+    return key == "KRV_COLOR_SBG" ? Colour{255, 255, 255} : Colour{};
+}
+
+QByteArray default_settings_directory() {
+    const auto config = environment_value("XDG_CONFIG_HOME");
+    if (config && config->startsWith('/'))
+        return *config + "/printman";
+    const auto home = environment_value("HOME");
+    return (home ? *home : QFile::encodeName(QDir::homePath())) + "/.config/printman";
+}
+
+Settings& host_settings() {
+    static Settings settings(default_settings_directory());
+    return settings;
+}
+
+} // namespace host

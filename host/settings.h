@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <optional>
+
+namespace host {
+
+struct Colour {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+
+    bool operator==(const Colour&) const = default;
+};
+
+/// The settings files of a directory, read anew for every question, so that a change made by
+/// another program counts at once. File names are bytes, as the system has them.
+class Settings {
+public:
+    explicit Settings(QByteArray directory) : directory_(std::move(directory)) {}
+
+    const QByteArray& directory() const { return directory_; }
+
+    /// Where @p file stands: an absolute name as it is, any other below the directory.
+    QByteArray path_of(const QByteArray& file) const;
+
+    /// The value in the file; none when file, section or key is missing.
+    std::optional<QByteArray> file_value(const QByteArray& file, const QByteArray& section,
+                                         const QByteArray& key) const;
+
+    /// The value of the environment variable @p key when it is not empty, else that of the file,
+    /// else, for PRTINI, the directory itself.
+    std::optional<QByteArray> value(const QByteArray& file, const QByteArray& section,
+                                    const QByteArray& key) const;
+
+    /// Stores a value in the file, which is replaced in one step and made, with its directory, when
+    /// it is missing.
+    ///
+    /// @return false on failure; the file is then as it was
+    bool store(const QByteArray& file, const QByteArray& section, const QByteArray& key,
+               const QByteArray& value) const;
+
+    /// The colour @p key of section "color" of dlwmenu.ini, each part cut to 0..255; when unset or
+    /// malformed white for the sheet (KRV_COLOR_SBG), black for everything else.
+    Colour colour(const QByteArray& key) const;
+
+private:
+    QByteArray directory_;
+};
+
+/// Reads "r,g,b".
+std::optional<Colour> parse_colour(const QByteArray& text);
+
+/// "printman" under XDG_CONFIG_HOME when that is an absolute path, else under ~/.config.
+QByteArray default_settings_directory();
+
+/// The settings that the host services answer from; those of the default directory until replaced.
+Settings& host_settings();
+
+} // namespace host
