@@ -1,0 +1,47 @@
+#include "host/command.h"
+#include "host/console.h"
+#include "host/report.h"
+
+#include <printman/core/printman.h>
+
+#include <QFile>
+
+namespace host {
+
+namespace {
+
+Outcome run_text(const Arguments& arguments) {
+    const QByteArray path = arguments.operand(0);
+    const QByteArray out = arguments.operand(1);
+    const Outcome names = check_output(path, out);
+    if (!names.ok())
+        return names;
+    CPrintMan manager;
+    Outcome opened = open_report(manager, path);
+    if (!opened.ok())
+        return opened;
+    Progress progress("page");
+    manager.set_progress([&progress](int done, int total) { return progress.step(done, total); });
+    if (manager.write_rpt_text(out.constData()) != 1)
+        return Outcome::failure("cannot write " + out + ": " +
+                                QFile::encodeName(manager.last_job_error()));
+    return Outcome::success();
+}
+
+} // namespace
+
+const Command text_command{
+    .name = "text",
+    .operands = {"REPORT", "OUT.txt"},
+    .summary = "write a report as plain text",
+    .about = "Writes every page of REPORT to OUT.txt, one line of text for each line of the\n"
+             "page and nothing between the pages. The markers of the report are left out,\n"
+             "and of a line that fills the page's width the last character is. The bytes\n"
+             "are the report's, in Latin-1. OUT.txt appears when it is complete; an earlier\n"
+             "file stays whole until then.",
+    .options = {},
+    .examples = "printman text aging.rpt aging.txt",
+    .run = run_text,
+};
+
+} // namespace host

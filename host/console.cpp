@@ -1,0 +1,76 @@
+#include "host/console.h"
+
+#include "host/interrupt.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <unistd.h>
+
+namespace host {
+
+namespace {
+
+int output_error = 0;
+
+void note_output_error() {
+    if (output_error == 0)
+        output_error = errno != 0 ? errno : EIO;
+}
+
+} // namespace
+
+QByteArray one_line(QByteArray text) {
+    for (char& c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7f)
+            c = '?';
+    }
+    return text;
+}
+
+void report_error(const QByteArray& message) {
+    const QByteArray line = "printman: " + one_line(message) + '\n';
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+}
+
+bool print(const QByteArray& text) {
+    const auto size = static_cast<size_t>(text.size());
+    errno = 0;
+    if (output_error == 0 && std::fwrite(text.constData(), 1, size, stdout) != size)
+        note_output_error();
+    return output_error == 0;
+}
+
+int flush_output() {
+    errno = 0;
+    if (std::fflush(stdout) != 0)
+        note_output_error();
+    return output_error;
+}
+
+Progress::Progress(const char* unit) : unit_(unit), terminal_(::isatty(STDERR_FILENO) == 1) {
+    clock_.start();
+}
+
+Progress::~Progress() {
+    if (shown_ > 0)
+        show({});
+}
+
+bool Progress::step(long long done, long long total) {
+    if (terminal_ && clock_.elapsed() >= next_) {
+        next_ = clock_.elapsed() + 100;
+        show(QByteArray(unit_) + ' ' + QByteArray::number(done) + " of " +
+             QByteArray::number(total));
+    }
+    return !interrupted();
+}
+
+void Progress::show(const QByteArray& text) {
+    const QByteArray line = '\r' + text.leftJustified(shown_, ' ') + (text.isEmpty() ? "\r" : "");
+    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
+    std::fflush(stderr);
+    shown_ = text.size();
+}
+
+} // namespace host

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QByteArray>
+#include <QElapsedTimer>
+
+namespace host {
+
+/// @p text with every control byte as a '?', so that it stays on one line and tells the terminal
+/// nothing.
+QByteArray one_line(QByteArray text);
+
+/// Writes "printman: " and @p message as one line to standard error.
+void report_error(const QByteArray& message);
+
+/// Writes to standard output; false once anything could not be written.
+bool print(const QByteArray& text);
+
+/// Sends off what was printed: 0, or the errno of what failed since the program began.
+int flush_output();
+
+/// A line such as "page 120 of 1000" on standard error, shown only when that is a terminal and the
+/// job has lasted for half a second, and erased when the object goes.
+class Progress {
+public:
+    /// @param unit what is counted
+    explicit Progress(const char* unit);
+    ~Progress();
+    Progress(const Progress&) = delete;
+    Progress& operator=(const Progress&) = delete;
+
+    /// Says how far the job is.
+    ///
+    /// @return false when the user has interrupted it
+    bool step(long long done, long long total);
+
+private:
+    void show(const QByteArray& text);
+
+    const char* unit_;
+    bool terminal_;
+    QElapsedTimer clock_;
+    qint64 next_ = 500;
+    qsizetype shown_ = 0;
+};
+
+} // namespace host

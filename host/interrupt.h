@@ -1,0 +1,12 @@
+#pragma once
+
+namespace host {
+
+/// From now on SIGINT, SIGTERM and SIGHUP only set the flag that interrupted() answers, and end a
+/// system call that waits; a signal that the caller of the program has set to be ignored stays so.
+void catch_interrupts();
+
+/// Whether the user wants the job to end. Long loops ask once a page.
+bool interrupted();
+
+} // namespace host

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "host/outcome.h"
+
+class CPrintMan;
+
+namespace host {
+
+/// Looks whether @p path is a file that can be read: says what it is instead when it is none.
+Outcome check_input(const QByteArray& path);
+
+/// Hands the report file @p path to @p manager, which has its pages indexed afterwards.
+///
+/// @return why not, with the line where that helps; a report without page geometry is refused
+Outcome open_report(CPrintMan& manager, const QByteArray& path);
+
+/// Looks whether @p out can be an output of a job that reads @p in.
+Outcome check_output(const QByteArray& in, const QByteArray& out);
+
+} // namespace host

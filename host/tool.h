@@ -1,0 +1,28 @@
+#pragma once
+
+#include "host/outcome.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace host {
+
+/// Runs the program at @p path without a shell, with nothing on its standard input, and waits for
+/// it. It and what it started are ended when the user interrupts, and with this program.
+///
+/// @param directory its working directory
+/// @return a failure that says what the tool's end was and the first line of what it wrote
+Outcome run_tool(const QString& path, const QStringList& arguments, const QString& directory);
+
+/// How a tool ended that did not succeed.
+struct ToolEnd {
+    QByteArray name;
+    int status = 0; ///< exit status, or the signal's number
+    bool killed = false;
+    QByteArray said; ///< what it wrote
+};
+
+/// Tells that end in one line.
+QByteArray describe(const ToolEnd& end);
+
+} // namespace host
