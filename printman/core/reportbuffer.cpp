@@ -50,6 +50,27 @@ bool starts_with(const char* line, std::string_view mark) {
     return std::strncmp(line, mark.data(), mark.size()) == 0;
 }
 
+/// The next top mark, or null. Looking for the mark's rarest letter is nearly twice as fast as
+/// memmem, which takes over in text that is full of that letter.
+const char* find_top_mark(const char* from, const char* end) {
+    constexpr size_t letter_at = page_top.find('G');
+    constexpr int most_misses = 64;
+    for (int misses = 0; end - from >= static_cast<std::ptrdiff_t>(page_top.size()); ++misses) {
+        const size_t places = end - from - page_top.size() + 1;
+        if (misses == most_misses)
+            return static_cast<const char*>(
+                ::memmem(from, end - from, page_top.data(), page_top.size()));
+        const void* letter = std::memchr(from + letter_at, page_top[letter_at], places);
+        if (!letter)
+            return nullptr;
+        from = static_cast<const char*>(letter) - letter_at;
+        if (std::memcmp(from, page_top.data(), page_top.size()) == 0)
+            return from;
+        ++from;
+    }
+    return nullptr;
+}
+
 /// Finds page starts in a file that comes in blocks. Lines are taken in pieces of 49 bytes, newline
 /// included; a piece that starts with the top mark is one. As every piece but a line's last is
 /// full, it is enough to find the mark and to know where its line starts.
@@ -87,11 +108,11 @@ size_t PageFinder::search(const char* data, size_t size, long start, bool last) 
     size_t noted = 0;
     size_t from = 0;
     while (from < through) {
-        const size_t searched = std::min(size, through + page_top.size() - 1) - from;
-        const void* found = ::memmem(data + from, searched, page_top.data(), page_top.size());
+        const size_t search_end = std::min(size, through + page_top.size() - 1);
+        const char* found = find_top_mark(data + from, data + search_end);
         if (!found)
             break;
-        const size_t at = static_cast<const char*>(found) - data;
+        const size_t at = found - data;
         note_newlines(data, noted, at, start);
         noted = at;
         if ((start + static_cast<long>(at) - line_start_) % static_cast<long>(piece_size) == 0)
