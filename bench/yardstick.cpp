@@ -15,7 +15,7 @@ constexpr std::array names = {"Invoice",
                               "Discount",
                               "Dept",
                               "\xdc"
-                              "berfällig",
+                              "berf\xe4llig",
                               "Caf\xe9",
                               "M\xfcller",
                               "Gr\xf6\xdf"
@@ -30,7 +30,7 @@ void Yardstick::add_line(std::string& report, int row) {
     char text[64];
     // Two names, then amounts in right-aligned fields with a marker each.
     std::snprintf(text, sizeof text, "%05u %-12.12s %-12.12s %04d", random_.next(100000),
-                  names[random_.next(9)], names[random_.next(9)], row);
+                  names[random_.next(names.size())], names[random_.next(names.size())], row);
     std::string line = text;
     std::string cells = line;
     cells.resize(first_field, ' ');

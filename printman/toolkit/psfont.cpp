@@ -84,14 +84,16 @@ double PsFont::advance(quint32 glyph) const {
 }
 
 PsGlyphCode PsFont::encode(quint32 glyph, char32_t ch) {
+    if (ch < 256 && glyph != 0 && latin1_glyphs_[ch] == glyph)
+        return {0, static_cast<char>(ch)};
     const quint64 key = (quint64{glyph} << 32) | ch;
     if (const auto known = codes_.find(key); known != codes_.end())
         return known->second;
 
     PsGlyphCode code;
     QByteArray name = glyph_name(glyph, ch);
-    if (is_latin1_text(ch) && !latin1_used_[ch]) {
-        latin1_used_[ch] = true;
+    if (is_latin1_text(ch) && glyph != 0 && latin1_glyphs_[ch] == 0) {
+        latin1_glyphs_[ch] = glyph;
         code.code = static_cast<char>(ch);
     } else {
         if (next_code_ == 256) {

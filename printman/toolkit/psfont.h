@@ -39,9 +39,10 @@ public:
     /// embedded.
     PsGlyphCode encode(quint32 glyph, char32_t ch);
 
-    /// The same for a Latin-1 character other than a control: its own byte in encoding 0.
+    /// The same for the printable Latin-1 character @p ch and its glyph: its own byte in encoding
+    /// 0.
     void use_latin1(quint32 glyph, unsigned char ch) {
-        if (!latin1_used_[ch])
+        if (latin1_glyphs_[ch] != glyph)
             encode(glyph, ch);
     }
 
@@ -88,7 +89,7 @@ private:
     hb_face_t* tables_ = nullptr;
     hb_font_t* shaper_ = nullptr;
 
-    std::array<bool, 256> latin1_used_{};
+    std::array<quint32, 256> latin1_glyphs_{}; ///< shown by encoding 0; 0 for none
     std::vector<std::array<QByteArray, 256>> encodings_;
     std::unordered_map<quint64, PsGlyphCode> codes_; ///< by glyph and character
     std::vector<Named> glyphs_;                      ///< what to embed, each name once

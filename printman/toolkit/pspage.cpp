@@ -29,7 +29,8 @@ std::string_view PsPage::procedures() {
            "/m/moveto load def/l/lineto load def/v/curveto load def/h/closepath load def\n"
            "/F/fill load def/E/eofill load def/S/stroke load def/q/gsave load def/Q/grestore load "
            "def\n"
-           "/W{clip newpath}bind def/w/setlinewidth load def/d/setdash load def\n"
+           "/n/newpath load def/W{clip newpath}bind def/w/setlinewidth load def/d/setdash load "
+           "def\n"
            "/J/setlinecap load def/j/setlinejoin load def/M/setmiterlimit load def\n"
            // The deflated data may end before the filter around it has seen its own end.
            "/i{image Y flushfile}bind def\n";
@@ -90,7 +91,7 @@ void PsPage::show_thick(const PsFont& font, int encoding, const QTransform& font
                         QPointF baseline, std::string_view codes, const QColor& color,
                         double stroke) {
     show(font, encoding, font_matrix, baseline, codes, color);
-    out_ << "q newpath ";
+    out_ << "q n ";
     out_.number(baseline.x(), position_decimals) << ' ';
     out_.number(baseline.y(), position_decimals) << " moveto ";
     out_.string(codes) << " true charpath ";
@@ -174,7 +175,8 @@ void PsPage::stroke(const QPainterPath& device_path, const QPen& pen, const QTra
         out_ << ']';
         out_.number(pen.dashOffset() * width, path_decimals) << " d ";
     }
-    out_ << "S Q\n";
+    // Q has brought the path back.
+    out_ << "S Q n\n";
 }
 
 void PsPage::set_clip(const QPainterPath& device_path) {
@@ -186,7 +188,7 @@ void PsPage::set_clip(const QPainterPath& device_path) {
         return;
     }
     path(device_path);
-    out_ << (device_path.fillRule() == Qt::OddEvenFill ? "eoclip newpath\n" : "W\n");
+    out_ << (device_path.fillRule() == Qt::OddEvenFill ? "eoclip n\n" : "W\n");
 }
 
 void PsPage::clear_clip() {

@@ -2,6 +2,7 @@
 
 #include <QGlyphRun>
 #include <QImage>
+#include <QPainter>
 #include <QTextItem>
 #include <QTextLayout>
 
@@ -13,7 +14,23 @@ constexpr double position_tolerance = 0.05; // of a device pixel
 
 constexpr QPaintEngine::PaintEngineFeatures features() {
     return QPaintEngine::PrimitiveTransform | QPaintEngine::PixmapTransform |
-           QPaintEngine::PainterPaths | QPaintEngine::Antialiasing | QPaintEngine::AlphaBlend;
+           QPaintEngine::PainterPaths | QPaintEngine::Antialiasing | QPaintEngine::AlphaBlend |
+           QPaintEngine::ConstantOpacity;
+}
+
+QColor faded(QColor color, double opacity) {
+    color.setAlphaF(static_cast<float>(color.alphaF() * opacity));
+    return color;
+}
+
+QImage faded(QImage image, double opacity) {
+    if (opacity >= 1.0)
+        return image;
+    image.convertTo(QImage::Format_ARGB32_Premultiplied);
+    QPainter p(&image);
+    p.setCompositionMode(QPainter::CompositionMode_DestinationIn);
+    p.fillRect(image.rect(), faded(Qt::black, opacity));
+    return image;
 }
 
 /// The character of the text that has @p glyph to itself, 0 when there is none.
@@ -40,6 +57,7 @@ bool PsPaintEngine::begin(QPaintDevice*) {
     pen_ = QPen();
     brush_ = QBrush();
     transform_.reset();
+    opacity_ = 1.0;
     const bool started = printer_.begin();
     setActive(started);
     return started;
@@ -59,6 +77,8 @@ void PsPaintEngine::updateState(const QPaintEngineState& now) {
         pen_ = now.pen();
     if (changed & DirtyBrush)
         brush_ = now.brush();
+    if (changed & DirtyOpacity)
+        opacity_ = now.opacity();
     if (changed & (DirtyClipPath | DirtyClipRegion | DirtyClipEnabled))
         update_clip(now);
 }
@@ -111,8 +131,10 @@ void PsPaintEngine::draw(const QPainterPath& path, bool filled) {
         return;
     const QPainterPath device_path = transform_.map(path);
     if (filled && brush_.style() != Qt::NoBrush)
-        page->fill(device_path, brush_.color());
-    page->stroke(device_path, pen_, transform_);
+        page->fill(device_path, faded(brush_.color(), opacity_));
+    QPen pen = pen_;
+    pen.setColor(faded(pen.color(), opacity_));
+    page->stroke(device_path, pen, transform_);
 }
 
 void PsPaintEngine::drawPath(const QPainterPath& path) {
@@ -141,7 +163,7 @@ void PsPaintEngine::drawImage(const QRectF& target, const QImage& image, const Q
         return;
     const QTransform fit(target.width() / part.width(), 0, 0, target.height() / part.height(),
                          target.x(), target.y());
-    page->image(part, fit * transform_);
+    page->image(faded(part, opacity_), fit * transform_);
 }
 
 PsTextFont* PsPaintEngine::text_font(const QFont& font) {
@@ -228,12 +250,12 @@ void PsPaintEngine::drawTextItem(const QPointF& p, const QTextItem& item) {
     }
     std::string codes;
     if (shaped->pitch() > 0 && shaped->fixed_codes(text, codes)) {
-        show_fixed(*shaped, codes, p, transform_, pen_.color());
+        show_fixed(*shaped, codes, p, transform_, faded(pen_.color(), opacity_));
         return;
     }
     std::vector<PsGlyph> glyphs;
     shaped->shape(text, glyphs);
-    show(*shaped, glyphs, p, transform_, pen_.color());
+    show(*shaped, glyphs, p, transform_, faded(pen_.color(), opacity_));
 }
 
 /// Shows what Qt's own layout makes of the text, with as many fonts as it takes.
@@ -260,7 +282,7 @@ void PsPaintEngine::draw_layout(const QPointF& p, const QString& text, const QFo
         for (qsizetype i = 0; i < indexes.size(); ++i)
             glyphs.push_back({indexes[i], character_of(shaped.face(), indexes[i], characters),
                               positions[i] - QPointF(0, line.ascent()), shaped.width(indexes[i])});
-        show(shaped, glyphs, p, transform_, pen_.color());
+        show(shaped, glyphs, p, transform_, faded(pen_.color(), opacity_));
     }
 }
 
@@ -268,7 +290,7 @@ void PsPaintEngine::draw_outlines(const QPointF& p, const QString& text, const Q
     QPainterPath path;
     path.addText(p, font, text);
     path.setFillRule(Qt::WindingFill);
-    clipped_page()->fill(transform_.map(path), pen_.color());
+    clipped_page()->fill(transform_.map(path), faded(pen_.color(), opacity_));
 }
 
 } // namespace printman

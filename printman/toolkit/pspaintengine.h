@@ -60,6 +60,7 @@ private:
     QPen pen_;
     QBrush brush_;
     QTransform transform_;
+    double opacity_ = 1.0;
     QPainterPath clip_;
     bool has_clip_ = false;
     bool clip_enabled_ = false;

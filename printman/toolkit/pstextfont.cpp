@@ -5,7 +5,8 @@
 
 #include <hb.h>
 
-#include <memory>
+#include <algorithm>
+#include <iterator>
 
 namespace printman {
 
@@ -35,10 +36,6 @@ bool needs_no_layout(char32_t ch) {
     }
 }
 
-struct BufferDeleter {
-    void operator()(hb_buffer_t* p) const { hb_buffer_destroy(p); }
-};
-
 } // namespace
 
 PsTextFont::PsTextFont(PsFontSet& fonts, const QFont& font, int dpi)
@@ -51,27 +48,37 @@ PsTextFont::PsTextFont(PsFontSet& fonts, const QRawFont& face, const QFont& font
         matrix_ = QTransform(pixels_, 0, slant * pixels_, -pixels_, 0, 0);
     if (font.weight() >= QFont::DemiBold && !face_.is_bold())
         thickening_ = bold_stroke;
-    find_latin1(font);
+    find_latin1();
+    find_pitch(font);
+    buffer_.reset(hb_buffer_create());
 }
 
-void PsTextFont::find_latin1(const QFont& font) {
+void PsTextFont::BufferDeleter::operator()(hb_buffer_t* p) const {
+    hb_buffer_destroy(p);
+}
+
+void PsTextFont::find_latin1() {
     for (int c = 0; c < 256; ++c) {
         const QChar ch(c);
         if (ch.category() == QChar::Other_Control)
             kinds_[c] = c == '\n' ? Latin1::missing : Latin1::control;
         else if (c != soft_hyphen && (glyphs_[c] = face_.glyph(c)) != 0)
             kinds_[c] = Latin1::drawn;
+        widths_[c] = width(glyphs_[c]);
     }
-    const double width = face_.advance(glyphs_['0']);
+}
+
+void PsTextFont::find_pitch(const QFont& font) {
+    const double width = widths_['0'];
     for (int c = 0; c < 256; ++c) {
-        if (kinds_[c] == Latin1::drawn && face_.advance(glyphs_[c]) != width)
+        if (kinds_[c] == Latin1::drawn && widths_[c] != width)
             return;
     }
     if (width <= 0.0)
         return;
     // The painter's own width of a character, so that text stands where Qt would put it.
     pitch_ = QFontMetricsF(font).horizontalAdvance(QLatin1Char('0'));
-    const double stretch = pitch_ / (width * pixels_);
+    const double stretch = pitch_ / width;
     matrix_ =
         QTransform(matrix_.m11() * stretch, matrix_.m12(), matrix_.m21(), matrix_.m22(), 0, 0);
 }
@@ -83,13 +90,16 @@ bool PsTextFont::needs_layout(const QFont& font) {
 }
 
 bool PsTextFont::covers(const QString& text) const {
-    for (const char32_t ch : text.toUcs4()) {
-        const bool known =
-            ch < 256 ? kinds_[ch] != Latin1::missing : needs_no_layout(ch) && face_.glyph(ch) != 0;
-        if (!known)
-            return false;
-    }
-    return true;
+    const auto is_simple = [this](QChar c) {
+        return c.unicode() < 256 && kinds_[c.unicode()] != Latin1::missing;
+    };
+    if (std::all_of(text.begin(), text.end(), is_simple))
+        return true;
+    const QList<uint> characters = text.toUcs4();
+    return std::all_of(characters.begin(), characters.end(), [this](char32_t ch) {
+        return ch < 256 ? kinds_[ch] != Latin1::missing
+                        : needs_no_layout(ch) && face_.glyph(ch) != 0;
+    });
 }
 
 bool PsTextFont::fixed_codes(const QString& text, std::string& codes) const {
@@ -109,48 +119,55 @@ bool PsTextFont::fixed_codes(const QString& text, std::string& codes) const {
     return true;
 }
 
-double PsTextFont::shape(const QString& text, std::vector<PsGlyph>& glyphs) const {
-    glyphs.clear();
-    const QList<uint> ucs4 = text.toUcs4();
-    const auto shown = [&](qsizetype i) {
-        const char32_t ch = ucs4[i];
-        return ch < 256 && kinds_[ch] == Latin1::control ? U' ' : ch;
-    };
-    double pen = 0.0;
-    if (!face_.shaper()) {
-        for (qsizetype i = 0; i < ucs4.size(); ++i) {
-            const quint32 glyph = face_.glyph(shown(i));
-            const double advance = width(glyph);
-            glyphs.push_back({glyph, shown(i), QPointF(pen, 0), advance});
-            pen += advance;
-        }
-        return pen;
-    }
+char32_t PsTextFont::shown(char32_t ch) const {
+    return ch < 256 && kinds_[ch] == Latin1::control ? U' ' : ch;
+}
 
-    const std::unique_ptr<hb_buffer_t, BufferDeleter> buffer(hb_buffer_create());
-    for (qsizetype i = 0; i < ucs4.size(); ++i)
-        hb_buffer_add(buffer.get(), shown(i), static_cast<unsigned>(i));
-    hb_buffer_set_content_type(buffer.get(), HB_BUFFER_CONTENT_TYPE_UNICODE);
-    hb_buffer_set_direction(buffer.get(), HB_DIRECTION_LTR);
-    hb_buffer_set_script(buffer.get(), HB_SCRIPT_LATIN);
-    hb_buffer_set_language(buffer.get(), hb_language_from_string("en", -1));
-    const auto feature = [](const char* tag, bool on) {
-        return hb_feature_t{hb_tag_from_string(tag, 4), on ? 1u : 0u, HB_FEATURE_GLOBAL_START,
-                            HB_FEATURE_GLOBAL_END};
+/// Sets one glyph after the other: all that a face without layout tables allows.
+double PsTextFont::place(const QList<uint>& text, std::vector<PsGlyph>& glyphs) const {
+    double pen = 0.0;
+    for (const uint character : text) {
+        const char32_t ch = shown(character);
+        const quint32 glyph = ch < 256 ? glyphs_[ch] : face_.glyph(ch);
+        const double advance = ch < 256 ? widths_[ch] : width(glyph);
+        glyphs.push_back({glyph, ch, QPointF(pen, 0), advance});
+        pen += advance;
+    }
+    return pen;
+}
+
+double PsTextFont::shape(const QString& text, std::vector<PsGlyph>& glyphs) const {
+    static const hb_language_t language = hb_language_from_string("en", -1);
+    glyphs.clear();
+    const QList<uint> characters = text.toUcs4();
+    if (!face_.shaper())
+        return place(characters, glyphs);
+
+    hb_buffer_clear_contents(buffer_.get());
+    for (qsizetype i = 0; i < characters.size(); ++i)
+        hb_buffer_add(buffer_.get(), shown(characters[i]), static_cast<unsigned>(i));
+    hb_buffer_set_content_type(buffer_.get(), HB_BUFFER_CONTENT_TYPE_UNICODE);
+    hb_buffer_set_direction(buffer_.get(), HB_DIRECTION_LTR);
+    hb_buffer_set_script(buffer_.get(), HB_SCRIPT_LATIN);
+    hb_buffer_set_language(buffer_.get(), language);
+    const auto feature = [](hb_tag_t tag, bool on) {
+        return hb_feature_t{tag, on ? 1u : 0u, HB_FEATURE_GLOBAL_START, HB_FEATURE_GLOBAL_END};
     };
-    const hb_feature_t features[] = {feature("kern", kerning_), feature("liga", false),
-                                     feature("clig", false), feature("calt", false)};
-    hb_shape(face_.shaper(), buffer.get(), features, std::size(features));
+    const hb_feature_t features[] = {
+        feature(HB_TAG('k', 'e', 'r', 'n'), kerning_), feature(HB_TAG('l', 'i', 'g', 'a'), false),
+        feature(HB_TAG('c', 'l', 'i', 'g'), false), feature(HB_TAG('c', 'a', 'l', 't'), false)};
+    hb_shape(face_.shaper(), buffer_.get(), features, std::size(features));
 
     unsigned count = 0;
-    const hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer.get(), &count);
-    const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(buffer.get(), &count);
+    const hb_glyph_info_t* infos = hb_buffer_get_glyph_infos(buffer_.get(), &count);
+    const hb_glyph_position_t* positions = hb_buffer_get_glyph_positions(buffer_.get(), &count);
     const double scale = pixels_ / face_.units_per_em();
+    double pen = 0.0;
     for (unsigned i = 0; i < count; ++i) {
         // The first glyph of a cluster carries its character, marks after it carry none.
         const bool leads = i == 0 || infos[i].cluster != infos[i - 1].cluster;
         glyphs.push_back(
-            {infos[i].codepoint, leads ? shown(infos[i].cluster) : 0,
+            {infos[i].codepoint, leads ? shown(characters[infos[i].cluster]) : 0,
              QPointF(pen + positions[i].x_offset * scale, -positions[i].y_offset * scale),
              width(infos[i].codepoint)});
         pen += positions[i].x_advance * scale;

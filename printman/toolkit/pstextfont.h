@@ -6,8 +6,11 @@
 #include <QTransform>
 
 #include <array>
+#include <memory>
 #include <string>
 #include <vector>
+
+struct hb_buffer_t;
 
 namespace printman {
 
@@ -62,7 +65,14 @@ public:
     static bool needs_layout(const QFont& font);
 
 private:
-    void find_latin1(const QFont& font);
+    struct BufferDeleter {
+        void operator()(hb_buffer_t* p) const;
+    };
+
+    void find_latin1();
+    void find_pitch(const QFont& font);
+    char32_t shown(char32_t ch) const;
+    double place(const QList<uint>& text, std::vector<PsGlyph>& glyphs) const;
 
     PsFont& face_;
     double pixels_;
@@ -74,6 +84,8 @@ private:
     enum class Latin1 : char { missing, control, drawn };
     std::array<Latin1, 256> kinds_{};
     std::array<quint32, 256> glyphs_{};
+    std::array<double, 256> widths_{}; ///< in pixels
+    std::unique_ptr<hb_buffer_t, BufferDeleter> buffer_;
 };
 
 } // namespace printman
