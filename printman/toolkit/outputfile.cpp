@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QSaveFile>
 
+#include <cerrno>
 #include <sys/stat.h>
 
 namespace printman {
@@ -26,15 +27,16 @@ Target target_of(const QString& path) {
 }
 
 /// Follows links to the name that is to be replaced, so that a link stays and keeps pointing there.
+/// Null for a loop of links.
 QString without_links(QString path) {
     constexpr int most_links = 40;
     for (int i = 0; i < most_links; ++i) {
         const QFileInfo info(path);
         if (!info.isSymLink())
-            break;
+            return path;
         path = info.symLinkTarget();
     }
-    return path;
+    return {};
 }
 
 } // namespace
@@ -46,19 +48,22 @@ bool OutputFile::open(const QString& path) {
     discard();
     failed_ = false;
     error_.clear();
-    QIODevice::OpenMode mode = QIODevice::WriteOnly;
-    std::unique_ptr<QFileDevice> file;
     const Target target = target_of(path);
+    const QString name = target == Target::replaceable ? without_links(path) : path;
+    if (name.isEmpty()) {
+        error_ = qt_error_string(path.isEmpty() ? ENOENT : ELOOP);
+        return false;
+    }
+    QIODevice::OpenMode mode = QIODevice::WriteOnly;
     if (target == Target::replaceable) {
-        auto save_file = std::make_unique<QSaveFile>(without_links(path));
-        save_file->setDirectWriteFallback(false);
-        file = std::move(save_file);
+        auto file = std::make_unique<QSaveFile>(name);
+        file->setDirectWriteFallback(false);
+        device_ = std::move(file);
     } else {
-        file = std::make_unique<QFile>(path);
+        device_ = std::make_unique<QFile>(name);
         if (target == Target::open_stream)
             mode |= QIODevice::Append;
     }
-    device_ = std::move(file);
     if (device_->open(mode))
         return true;
     note_failure();
