@@ -31,6 +31,15 @@ void write_info_text(PsStream& out, const QString& text) {
 
 } // namespace
 
+QRect ps_paint_area(const QPageLayout& layout, int resolution) {
+    const QRect sheet = layout.fullRectPixels(resolution);
+    if (layout.mode() == QPageLayout::FullPageMode)
+        return sheet;
+    const QMarginsF margins = layout.margins(QPageLayout::Point) * resolution / points_an_inch;
+    return sheet.marginsRemoved(QMargins(qRound(margins.left()), qRound(margins.top()),
+                                         qRound(margins.right()), qRound(margins.bottom())));
+}
+
 bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
     setup_ = setup;
     std::string directory;
@@ -71,7 +80,7 @@ void PsJob::start_page(const QPageLayout& layout) {
     const QSize paper = paper_points(layout);
     box_ = box_.expandedTo(paper);
     const QRect full = layout.fullRectPixels(setup_.resolution);
-    const QRect area = layout.paintRectPixels(setup_.resolution);
+    const QRect area = ps_paint_area(layout, setup_.resolution);
     const double scale = static_cast<double>(points_an_inch) / setup_.resolution;
 
     stream_ << "%%Page: ";

@@ -11,6 +11,10 @@
 
 namespace printman {
 
+/// The part of the sheet that is painted on, in device pixels: the page less its margins, each
+/// rounded, so that margins given in pixels are kept to the pixel.
+QRect ps_paint_area(const QPageLayout& layout, int resolution);
+
 /// What a print job is made from.
 struct PsJobSetup {
     QString output_file;  ///< where it goes; when empty, to the spooler

@@ -41,7 +41,7 @@ public:
 private:
     void set_orientation(QPageLayout::Orientation orientation);
     void apply_default_margins();
-    QRect area() const { return layout_.paintRectPixels(setup_.resolution); }
+    QRect area() const { return ps_paint_area(layout_, setup_.resolution); }
 
     PsJobSetup setup_;
     QPageLayout layout_;
