@@ -39,8 +39,12 @@ double TextRuler::width(const QString& text) const {
         fixed_advance_ > 0.0 && std::all_of(text.begin(), text.end(), [this](QChar c) {
             return c.unicode() < 256 && fixed_[c.unicode()];
         });
-    return fixed ? fixed_advance_ * static_cast<double>(text.size())
-                 : metrics_.horizontalAdvance(text);
+    if (fixed)
+        return fixed_advance_ * static_cast<double>(text.size());
+    // Drawn text has a blank where it holds one of these, measured text would expand them.
+    QString shown = text;
+    shown.replace(u'\t', u' ').replace(u'\r', u' ');
+    return metrics_.horizontalAdvance(shown);
 }
 
 double TextRuler::left_edge(const QRect& cell, int flags, double width) {
