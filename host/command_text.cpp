@@ -16,6 +16,10 @@ Outcome run_text(const Arguments& arguments) {
     const Outcome names = check_output(path, out);
     if (!names.ok())
         return names;
+    // The library would write to another name.
+    if (QFile::encodeName(QFile::decodeName(out)) != out)
+        return Outcome::failure("cannot write " + out +
+                                ": The name is not valid in the locale's encoding");
     CPrintMan manager;
     Outcome opened = open_report(manager, path);
     if (!opened.ok())

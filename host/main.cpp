@@ -8,6 +8,7 @@
 #include <csignal>
 #include <cstring>
 #include <filesystem>
+#include <memory>
 
 namespace {
 
@@ -18,8 +19,41 @@ using host::Outcome;
 /// locale and on fonts are not for the user.
 void drop_toolkit_remarks(QtMsgType type, const QMessageLogContext& /*context*/,
                           const QString& text) {
-    if (type == QtCriticalMsg || type == QtFatalMsg)
+    if (type == QtFatalMsg)
         host::report_error(text.toLocal8Bit());
+}
+
+/// A variable of the environment that has another value for a while.
+class VariableMeanwhile {
+public:
+    VariableMeanwhile(const char* name, const QByteArray& value)
+        : name_(name), was_set_(qEnvironmentVariableIsSet(name)), was_(qgetenv(name)) {
+        qputenv(name, value);
+    }
+    ~VariableMeanwhile() {
+        if (was_set_)
+            qputenv(name_, was_);
+        else
+            qunsetenv(name_);
+    }
+    VariableMeanwhile(const VariableMeanwhile&) = delete;
+    VariableMeanwhile& operator=(const VariableMeanwhile&) = delete;
+
+private:
+    const char* name_;
+    bool was_set_;
+    QByteArray was_;
+};
+
+/// The toolkit without a display. Where the session has no directory for sockets it would make one
+/// among the user's temporary files: it finds no place for that.
+std::unique_ptr<QApplication> start_toolkit(int& argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const VariableMeanwhile nowhere("TMPDIR", "/dev/null");
+    auto application = std::make_unique<QApplication>(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("printman"));
+    QApplication::setApplicationVersion(QStringLiteral(PRINTMAN_VERSION));
+    return application;
 }
 
 void prepare_signals() {
@@ -36,15 +70,15 @@ QByteArray absolute(const QByteArray& path) {
     return path.startsWith('/') ? path : QByteArray::fromStdString(directory) + '/' + path;
 }
 
-Outcome run(const CommandLine& line) {
-    if (line.wish == CommandLine::Wish::help) {
-        host::print(line.command ? host::command_help(*line.command) : host::program_help());
-        return Outcome::success();
-    }
-    if (line.wish == CommandLine::Wish::version) {
+Outcome tell(const CommandLine& line) {
+    if (line.wish == CommandLine::Wish::version)
         host::print(host::version_text());
-        return Outcome::success();
-    }
+    else
+        host::print(line.command ? host::command_help(*line.command) : host::program_help());
+    return Outcome::success();
+}
+
+Outcome run(const CommandLine& line) {
     if (line.settings)
         host::host_settings() = host::Settings(absolute(*line.settings));
     return line.command->run(line.arguments);
@@ -79,12 +113,11 @@ int main(int argc, char** argv) {
     const CommandLine line = host::parse_command_line(arguments);
     if (!line.problem.ok())
         return finish(line, line.problem);
+    if (line.wish != CommandLine::Wish::run)
+        return finish(line, tell(line));
 
-    // No command needs a display, nor may the toolkit take arguments that are the user's.
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // The toolkit may not take arguments that are the user's.
     int one = argc > 0 ? 1 : 0;
-    const QApplication application(one, argv);
-    QApplication::setApplicationName(QStringLiteral("printman"));
-    QApplication::setApplicationVersion(QStringLiteral(PRINTMAN_VERSION));
+    const auto application = start_toolkit(one, argv);
     return finish(line, run(line));
 }

@@ -85,7 +85,9 @@ Outcome make_picture(const QByteArray& report, const QByteArray& out, int page, 
     if (page > manager.get_page_count())
         return Outcome::failure(report + ": There is no page " + QByteArray::number(page) +
                                 ", but " + QByteArray::number(manager.get_page_count()));
-    const QFont font = report_font(QStringLiteral("Courier New"), base_point_size * zoom / 100);
+    // Characters as wide as their cells, to the pixel: hinted ones are.
+    QFont font = report_font(QStringLiteral("Courier New"), base_point_size * zoom / 100);
+    font.setHintingPreference(QFont::PreferFullHinting);
     const QImage probe = blank_sheet({1, 1});
     const QFontMetrics metrics(font, &probe);
     const qint64 width = qint64{manager.get_columns()} * metrics.maxWidth() + 2 * sheet_margin;

@@ -18,24 +18,21 @@ namespace {
 // What a report's name may hold; the library refuses a longer one.
 constexpr qsizetype max_report_name = 255;
 
-/// Why the report has no geometry, as far as its faults tell.
+/// Why the report has no geometry: what its faults say about that, or about the file as a whole.
 Outcome missing_geometry(const QByteArray& path) {
-    printman::ReportFault first;
-    bool any = false;
-    const int code =
-        printman::check_report(path.toStdString(), [&](const printman::ReportFault& fault) {
-            first = fault;
-            any = true;
-            return false;
-        });
-    if (code != 0)
-        return Outcome::failure(path + ": " + std::strerror(code));
     QByteArray where = path;
-    if (any && first.line > 0)
-        where += ':' + QByteArray::number(static_cast<qlonglong>(first.line));
-    return Outcome::failure(where + ": " +
-                            (any ? QByteArray::fromStdString(first.what)
-                                 : QByteArray("the report does not say its columns and lines")));
+    QByteArray why = "the report does not say its columns and lines";
+    const auto choose = [&](const printman::ReportFault& fault) {
+        const bool about_geometry = fault.what.find("geometry") != std::string::npos;
+        if (about_geometry || fault.line == 0)
+            why = QByteArray::fromStdString(fault.what);
+        if (about_geometry && fault.line > 0)
+            where += ':' + QByteArray::number(static_cast<qlonglong>(fault.line));
+        return !about_geometry;
+    };
+    if (const int code = printman::check_report(path.toStdString(), choose))
+        why = std::strerror(code);
+    return Outcome::failure(where + ": " + why);
 }
 
 } // namespace
