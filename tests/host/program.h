@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcessEnvironment>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <ostream>
+
+/// How a failed test shows the toolkit's texts.
+inline void PrintTo(const QByteArray& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QString& text, std::ostream* out) {
+    *out << '"' << text.toStdString() << '"';
+}
+
+/// What a run of the program came to.
+struct Ended {
+    int status = -1; ///< exit status; -1 when it crashed or did not end
+    QByteArray out;
+    QByteArray error;
+};
+
+/// Tests that run the program as a user does: in a directory of their own, with an environment that
+/// holds nothing of the caller's settings.
+class ProgramTest : public testing::Test {
+protected:
+    void SetUp() override;
+
+    /// Runs the program in the test's directory.
+    Ended run(const QStringList& arguments) const { return run_program(program(), arguments); }
+
+    /// Runs another program there.
+    Ended run_program(const QString& file, const QStringList& arguments) const;
+
+    /// Runs the program, and @p meanwhile with its process id as soon as @p file exists.
+    Ended run_until(const QStringList& arguments, const QString& file,
+                    const std::function<void(qint64)>& meanwhile) const;
+
+    static QString program();
+
+    QString path(const QString& name) const { return directory_.filePath(name); }
+    void write(const QString& name, const QByteArray& bytes) const;
+    QByteArray read(const QString& name) const;
+    bool exists(const QString& name) const;
+
+    /// Everything in the test's directory, hidden files too.
+    QStringList files() const;
+
+    /// Everything that is left in the directory for scratch files.
+    QStringList scratch() const;
+
+    /// Makes a shell script the only ps2pdf that the program finds.
+    void stub_ps2pdf(const QByteArray& script);
+
+    /// That the run failed with status 1 and exactly this line on standard error.
+    static void expect_failure(const Ended& run, const QByteArray& line);
+
+    QTemporaryDir directory_;
+    QTemporaryDir scratch_;
+    QTemporaryDir tools_;
+    QProcessEnvironment environment_;
+};
+
+/// A report of one page of 80 x 3.
+extern const QByteArray small_report;
