@@ -1,6 +1,7 @@
 #include "bench/measure.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 #include <chrono>
 #include <cmath>
