@@ -28,7 +28,7 @@ TEST(PrintDest, theFieldsStandAtTheirPlaces) {
     std::vector<unsigned char> bytes(416);
     const int32_t dest = 3;
     const int32_t copies = 12;
-    std::memcpy(&bytes[0], &dest, 4);
+    std::memcpy(bytes.data(), &dest, 4);
     bytes[4] = 1;
     std::memcpy(&bytes[5], "LASER", 6);
     std::memcpy(&bytes[136], &copies, 4);
