@@ -13,7 +13,7 @@ namespace {
 
 Outcome run_check(const Arguments& arguments) {
     const QByteArray path = arguments.operand(0);
-    const Outcome readable = check_input(path);
+    Outcome readable = check_input(path);
     if (!readable.ok())
         return readable;
     long long faults = 0;
@@ -22,9 +22,9 @@ Outcome run_check(const Arguments& arguments) {
         QByteArray line = path;
         if (fault.line > 0)
             line += ':' + QByteArray::number(static_cast<qlonglong>(fault.line));
-        return print(one_line(line + ": " + QByteArray::fromStdString(fault.what)) + '\n') &&
-               !interrupted();
+        return print(one_line(line + ": " + QByteArray::fromStdString(fault.what)) + '\n');
     };
+    const InterruptsEndProgram at_once;
     const int code = printman::check_report(path.toStdString(), sink);
     if (code != 0)
         return Outcome::failure(path + ": " + std::strerror(code));

@@ -13,7 +13,7 @@ namespace {
 Outcome run_text(const Arguments& arguments) {
     const QByteArray path = arguments.operand(0);
     const QByteArray out = arguments.operand(1);
-    const Outcome names = check_output(path, out);
+    Outcome names = check_output(path, out);
     if (!names.ok())
         return names;
     // The library would write to another name.

@@ -165,7 +165,7 @@ Outcome measure(ListingFile& file, const QByteArray& path, const ListingRules& r
 
 Outcome import_listing(const QByteArray& listing, const QByteArray& out,
                        const ListingRules& rules) {
-    const Outcome readable = check_input(listing);
+    Outcome readable = check_input(listing);
     if (!readable.ok())
         return readable;
     ListingFile file(listing);

@@ -2,19 +2,40 @@
 
 #include <csignal>
 #include <initializer_list>
+#include <unistd.h>
 
 namespace host {
 
 namespace {
 
 volatile std::sig_atomic_t interrupt_flag = 0;
+volatile std::sig_atomic_t end_at_once = 0;
+
+void end_program() {
+    static constexpr char line[] = "printman: interrupted\n";
+    const ssize_t written = ::write(STDERR_FILENO, line, sizeof line - 1);
+    static_cast<void>(written);
+    ::_exit(1);
+}
 
 } // namespace
 
 extern "C" {
 static void note_interrupt(int /*signal*/) {
+    if (end_at_once != 0)
+        end_program();
     interrupt_flag = 1;
 }
+}
+
+InterruptsEndProgram::InterruptsEndProgram() {
+    end_at_once = 1;
+    if (interrupted())
+        end_program();
+}
+
+InterruptsEndProgram::~InterruptsEndProgram() {
+    end_at_once = 0;
 }
 
 void catch_interrupts() {

@@ -9,4 +9,14 @@ void catch_interrupts();
 /// Whether the user wants the job to end. Long loops ask once a page.
 bool interrupted();
 
+/// While one of these exists an interrupt ends the program at once, with its line and status: for
+/// work that does not ask and leaves nothing behind.
+class InterruptsEndProgram {
+public:
+    InterruptsEndProgram();
+    ~InterruptsEndProgram();
+    InterruptsEndProgram(const InterruptsEndProgram&) = delete;
+    InterruptsEndProgram& operator=(const InterruptsEndProgram&) = delete;
+};
+
 } // namespace host

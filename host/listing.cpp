@@ -1,10 +1,14 @@
 #include "host/listing.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace host {
 
 namespace {
 
 constexpr size_t tab_width = 8;
+constexpr unsigned char first_printable = 0x20;
 
 /// What two characters printed at one place come to; 0 when they clash.
 char overprinted(char below, char above) {
@@ -26,12 +30,39 @@ bool ListingReader::refuse(std::string why) {
 }
 
 bool ListingReader::feed(std::string_view bytes) {
-    for (const char byte : bytes) {
-        if (!error_.empty() || !take(byte))
-            return false;
-        any_byte_ = true;
+    while (!bytes.empty() && error_.empty()) {
+        const size_t plain = take_plain(bytes);
+        bytes.remove_prefix(plain);
+        if (plain > 0 || bytes.empty())
+            continue;
+        if (take(bytes.front()))
+            any_byte_ = true;
+        bytes.remove_prefix(1);
     }
     return error_.empty();
+}
+
+/// Takes the text that simply continues the line, all at once: how many bytes.
+size_t ListingReader::take_plain(std::string_view bytes) {
+    const bool at_control = rules_.asa && !line_started_;
+    if (at_control || pending_return_ || cursor_ != text_.size())
+        return 0;
+    const size_t room = static_cast<size_t>(line_limit()) - text_.size();
+    const auto is_special = [](char c) { return static_cast<unsigned char>(c) < first_printable; };
+    const auto last = bytes.begin() + static_cast<std::ptrdiff_t>(std::min(room, bytes.size()));
+    const auto end = std::find_if(bytes.begin(), last, is_special);
+    const auto size = static_cast<size_t>(end - bytes.begin());
+    if (size > 0) {
+        text_.append(bytes.substr(0, size));
+        cursor_ += size;
+        line_started_ = true;
+        any_byte_ = true;
+    }
+    return size;
+}
+
+int ListingReader::line_limit() const {
+    return rules_.columns > 0 ? rules_.columns : max_listing_line;
 }
 
 bool ListingReader::take(char byte) {
@@ -68,7 +99,7 @@ bool ListingReader::take(char byte) {
 }
 
 bool ListingReader::put(char byte) {
-    const int limit = rules_.columns > 0 ? rules_.columns : max_listing_line;
+    const int limit = line_limit();
     if (cursor_ >= static_cast<size_t>(limit))
         return refuse("more than " + std::to_string(limit) + " characters");
     if (cursor_ == text_.size()) {

@@ -66,6 +66,8 @@ public:
 
 private:
     bool take(char byte);
+    size_t take_plain(std::string_view bytes);
+    int line_limit() const;
     bool put(char byte);
     bool control(char byte);
     bool end_line();

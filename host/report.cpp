@@ -1,5 +1,6 @@
 #include "host/report.h"
 
+#include "host/interrupt.h"
 #include "host/pendingfile.h"
 
 #include <printman/core/printman.h>
@@ -59,9 +60,10 @@ Outcome open_report(CPrintMan& manager, const QByteArray& path) {
     if (path.size() > max_report_name)
         return Outcome::failure(path + ": The name is longer than " +
                                 QByteArray::number(max_report_name) + " bytes");
-    const Outcome readable = check_input(path);
+    Outcome readable = check_input(path);
     if (!readable.ok())
         return readable;
+    const InterruptsEndProgram at_once;
     manager.init_printman(path.constData());
     if (manager.get_columns() == 0 || manager.get_lines() == 0)
         return missing_geometry(path);
