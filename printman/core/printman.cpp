@@ -16,6 +16,7 @@
 #include <QRandomGenerator>
 #include <QWidget>
 
+#include <algorithm>
 #include <array>
 #include <cstring>
 #include <unistd.h>
@@ -25,6 +26,9 @@ using namespace printman;
 namespace {
 
 constexpr int letter_page_size = 2;
+
+// Beyond any page; the corners of a rectangle of such numbers still fit.
+constexpr int max_cell = 1 << 28;
 
 std::string fresh_report_directory() {
     const char* setting = GetEnv("TMPDIR", "dlwmenu.ini", "env");
@@ -269,7 +273,8 @@ void CPrintMan::free_page_rows() {
 void CPrintMan::add_stringitem(int row, int x, int y, int width, int height, const char* text,
                                int align) {
     StringItem item;
-    item.cell = QRect(x, y, width, height);
+    const auto cut = [](int value) { return std::clamp(value, -max_cell, max_cell); };
+    item.cell = QRect(cut(x), cut(y), cut(width), cut(height));
     item.text = QString::fromLatin1(text);
     item.align = static_cast<int16_t>(align);
     d->rows.add(row, item);

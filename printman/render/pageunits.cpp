@@ -5,15 +5,15 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <limits>
 
 namespace printman {
 
 namespace {
 
+/// Cut so far within an int that the width of a rectangle between two such values is one too.
 int to_int(qint64 value) {
-    return static_cast<int>(std::clamp<qint64>(value, std::numeric_limits<int>::min(),
-                                               std::numeric_limits<int>::max()));
+    constexpr qint64 limit = 1 << 29;
+    return static_cast<int>(std::clamp(value, -limit, limit));
 }
 
 } // namespace

@@ -29,7 +29,7 @@ TextRuler::TextRuler(const QPainter& p)
     for (int c = 0; c < 256; ++c)
         fixed_[c] = is_printable_latin1(c) && metrics_.horizontalAdvance(QChar(c)) == advance;
     // Spacing is added between characters, not to each.
-    const QFont font = p.font();
+    const QFont& font = p.font();
     if (font.letterSpacing() != 0.0 || font.wordSpacing() != 0.0)
         fixed_advance_ = 0.0;
 }

@@ -10,15 +10,6 @@ namespace {
 
 constexpr int first_free_code = 0x21;
 
-hb_blob_t* copy_table(hb_face_t*, hb_tag_t tag, void* user) {
-    char name[5] = {};
-    hb_tag_to_string(tag, name);
-    auto* table = new QByteArray(static_cast<const QRawFont*>(user)->fontTable(name));
-    return hb_blob_create(table->constData(), static_cast<unsigned>(table->size()),
-                          HB_MEMORY_MODE_READONLY, table,
-                          [](void* data) { delete static_cast<QByteArray*>(data); });
-}
-
 QByteArray glyph_name(quint32 glyph, char32_t ch) {
     if (ch == 0)
         return "g" + QByteArray::number(glyph);
@@ -48,13 +39,34 @@ PsFont::PsFont(const QRawFont& face, QByteArray name)
     read_style();
     if (face_.fontTable("head").isEmpty())
         return;
-    tables_ = hb_face_create_for_tables(copy_table, &face_, nullptr);
+    tables_ = hb_face_create_for_tables(
+        [](hb_face_t*, hb_tag_t tag, void* font) {
+            return hb_blob_reference(static_cast<PsFont*>(font)->table(tag));
+        },
+        this, nullptr);
     shaper_ = hb_font_create(tables_);
 }
 
 PsFont::~PsFont() {
     hb_font_destroy(shaper_);
     hb_face_destroy(tables_);
+    for (const auto& [tag, blob] : blobs_)
+        hb_blob_destroy(blob);
+}
+
+/// A table of the face, kept for as long as the font lives: the subsetter refers to glyphs in a
+/// table that it has given back.
+hb_blob_t* PsFont::table(hb_tag_t tag) {
+    hb_blob_t*& blob = blobs_[tag];
+    if (!blob) {
+        char name[5] = {};
+        hb_tag_to_string(tag, name);
+        auto* bytes = new QByteArray(face_.fontTable(name));
+        blob = hb_blob_create(bytes->constData(), static_cast<unsigned>(bytes->size()),
+                              HB_MEMORY_MODE_READONLY, bytes,
+                              [](void* data) { delete static_cast<QByteArray*>(data); });
+    }
+    return blob;
 }
 
 void PsFont::read_style() {

@@ -5,10 +5,12 @@
 #include <QRawFont>
 
 #include <array>
+#include <map>
 #include <memory>
 #include <unordered_map>
 #include <vector>
 
+struct hb_blob_t;
 struct hb_face_t;
 struct hb_font_t;
 
@@ -76,6 +78,7 @@ private:
     };
 
     void read_style();
+    hb_blob_t* table(quint32 tag);
     bool write_type42(PsStream& out) const;
     void write_type1(PsStream& out) const;
     void write_encoding(PsStream& out, int encoding) const;
@@ -86,6 +89,7 @@ private:
     double units_per_em_ = 1000.0;
     bool italic_ = false;
     bool bold_ = false;
+    std::map<quint32, hb_blob_t*> blobs_;
     hb_face_t* tables_ = nullptr;
     hb_font_t* shaper_ = nullptr;
 

@@ -8,7 +8,7 @@ public:
     printman::PsPaintEngine paint_engine{print_engine};
 };
 
-PsPrinter::PsPrinter() : QPrinter(QPrinter::HighResolution), d(std::make_unique<Private>()) {
+PsPrinter::PsPrinter(PrinterMode mode) : QPrinter(mode), d(std::make_unique<Private>()) {
     setEngines(&d->print_engine, &d->paint_engine);
 }
 

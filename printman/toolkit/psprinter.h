@@ -30,7 +30,8 @@ class PsPaintEngine;
 /// a printer exists. Only the setters below must be called on this class, not through QPrinter.
 class PRINTMAN_EXPORT PsPrinter : public QPrinter {
 public:
-    PsPrinter();
+    /// @param mode as QPrinter has it; the resolution is 600 dpi in every mode
+    explicit PsPrinter(PrinterMode mode = HighResolution);
     ~PsPrinter() override;
 
     /// Names the spooler's queue; it need not exist.

@@ -13,8 +13,6 @@
 #include <unistd.h>
 #include <vector>
 
-extern char** environ;
-
 namespace printman {
 
 namespace {
@@ -112,6 +110,7 @@ bool ProgramSink::start(int input) {
     for (const QString& argument : std::as_const(arguments_))
         words.push_back(QFile::encodeName(argument));
     std::vector<char*> argv;
+    argv.reserve(words.size() + 1);
     for (QByteArray& word : words)
         argv.push_back(word.data());
     argv.push_back(nullptr);

@@ -8,7 +8,7 @@ namespace printman {
 namespace {
 
 bool is_plain(const QPainter& p) {
-    const QFont font = p.font();
+    const QFont& font = p.font();
     return !p.hasClipping() && p.opacity() >= 1.0 &&
            p.compositionMode() == QPainter::CompositionMode_SourceOver &&
            p.pen().style() != Qt::NoPen && p.pen().brush().style() == Qt::SolidPattern &&

@@ -15,6 +15,7 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cstring>
 
 using testsupport::read_file;
@@ -253,6 +254,8 @@ TEST_F(PrintMan, itemsCanBeAdded) {
     manager_.add_stringitem(1, 2, 1, 3, 1, "\xe9x", 3);
     manager_.add_stringitem(2, 0, 0, 1, 1, "beyond", 2);
     manager_.add_stringitem(-1, 0, 0, 1, 1, "beyond", 2);
+    manager_.add_stringitem(0, INT_MAX, INT_MIN, INT_MAX, INT_MIN, "far", 2);
+    manager_.add_stringitem(0, 0, 0, 1, 1, nullptr, 2);
     ASSERT_EQ(manager_.page_row(1).size(), 1);
     const StringItem& item = manager_.page_row(1).first();
     EXPECT_EQ(item.cell, QRect(2, 1, 3, 1));
