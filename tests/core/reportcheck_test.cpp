@@ -18,9 +18,9 @@ namespace {
 
 /// The faults of a report as "line: text".
 std::vector<std::string> faults(std::string_view bytes) {
-    const Scratch scratch;
+    const MemoryFile file;
     std::vector<std::string> list;
-    const int result = check_report(scratch.write(bytes), [&list](const ReportFault& fault) {
+    const int result = check_report(file.write(bytes), [&list](const ReportFault& fault) {
         list.push_back(std::to_string(fault.line) + ": " + fault.what);
         return true;
     });

@@ -130,10 +130,10 @@ const std::vector<std::string> page_parts{"#!?PAGETOP 7,4\n",
 } // namespace
 
 TEST(PageIndex, equalsThatOfReadingPieces) {
-    const Scratch scratch;
+    const MemoryFile file;
     TextMaker maker(3, index_parts);
     for (int i = 0; i < 2000; ++i) {
-        const std::string path = scratch.write(maker.text(30));
+        const std::string path = file.write(maker.text(30));
         const std::vector<long> expected = plain_index(path);
         for (size_t block : {1, 2, 7, 48, 49, 50, 97, 1000, 1 << 20})
             ASSERT_EQ(index_of(path, block), expected) << "file " << i << " block " << block;
@@ -141,25 +141,25 @@ TEST(PageIndex, equalsThatOfReadingPieces) {
 }
 
 TEST(PageIndex, aPageStartsBehindItsTopLine) {
-    const Scratch scratch;
-    EXPECT_EQ(index_of(scratch.write("#!?PAGETOP 5,3\nabc\n#!?PAGETOP\n#!?PAGETOP"), 4096),
+    const MemoryFile file;
+    EXPECT_EQ(index_of(file.write("#!?PAGETOP 5,3\nabc\n#!?PAGETOP\n#!?PAGETOP"), 4096),
               (std::vector<long>{15, 30, 40}));
 }
 
 TEST(PageIndex, aTopLineOfMoreThan49BytesIsCutThere) {
-    const Scratch scratch;
+    const MemoryFile file;
     const std::string top = "#!?PAGETOP 5,3" + std::string(34, ' ');
-    EXPECT_EQ(index_of(scratch.write(top + "\nx\n"), 4096), (std::vector<long>{49}));
-    EXPECT_EQ(index_of(scratch.write(top + " \nx\n"), 4096), (std::vector<long>{49}));
-    EXPECT_EQ(index_of(scratch.write(top + "longer\nx\n"), 4096), (std::vector<long>{49}));
+    EXPECT_EQ(index_of(file.write(top + "\nx\n"), 4096), (std::vector<long>{49}));
+    EXPECT_EQ(index_of(file.write(top + " \nx\n"), 4096), (std::vector<long>{49}));
+    EXPECT_EQ(index_of(file.write(top + "longer\nx\n"), 4096), (std::vector<long>{49}));
 }
 
 TEST(PageIndex, aTopMarkInsideALineCountsAtEvery49thByteOnly) {
-    const Scratch scratch;
+    const MemoryFile file;
     for (int at = 1; at < 200; ++at) {
         const std::string text =
             "\n" + std::string(static_cast<size_t>(at), 'x') + "#!?PAGETOP 5,3\n";
-        const std::vector<long> found = index_of(scratch.write(text), 4096);
+        const std::vector<long> found = index_of(file.write(text), 4096);
         std::vector<long> expected;
         if (at % 49 == 0)
             expected.push_back(static_cast<long>(text.size()));
@@ -168,11 +168,11 @@ TEST(PageIndex, aTopMarkInsideALineCountsAtEvery49thByteOnly) {
 }
 
 TEST(PageIndex, aHostileFileWithoutNewlinesTakesOnePass) {
-    const Scratch scratch;
+    const MemoryFile file;
     std::string text;
     for (int i = 0; i < 500000; ++i)
         text += "#!?PAGETOP";
-    const std::string path = scratch.write(text);
+    const std::string path = file.write(text);
     EXPECT_EQ(index_of(path, 1 << 18), plain_index(path));
 }
 
@@ -184,10 +184,10 @@ TEST(PageIndex, aFailedReadIsToldByItsErrno) {
 }
 
 TEST(ReportPages, readRandomFilesLikeAPlainReader) {
-    const Scratch scratch;
+    const MemoryFile file;
     TextMaker maker(4, page_parts);
     for (int i = 0; i < 3000; ++i) {
-        const std::string path = scratch.write("#!?PAGETOP 7,4\n" + maker.text(40));
+        const std::string path = file.write("#!?PAGETOP 7,4\n" + maker.text(40));
         ReportBuffer buffer;
         EscapeTable fields;
         buffer.set_file_name(path);
@@ -213,28 +213,28 @@ TEST(ReportPages, readRandomFilesLikeAPlainReader) {
 }
 
 TEST(EscapeReportLine, theCellsHoldTheTextAgain) {
-    const Scratch scratch;
+    const MemoryFile file;
     TextMaker maker(6, {"#!?", "#!?", "#!?T", "#!?L", "#!?PAGETOP", "#!?PAGEEND", "#!?T0,0;", "#",
                         "!", "?", ",", ";", "1", "20", "PAGETOP", " ", "\xe4", "\r", "ab"});
     for (int i = 0; i < 3000; ++i) {
         std::vector<std::string> lines;
-        std::string file = "#!?PAGETOP 500,5\n";
+        std::string bytes = "#!?PAGETOP 500,5\n";
         for (int row = 0; row < 5; ++row) {
             lines.push_back(maker.text(20));
             const std::string escaped = printman::escape_report_line(lines.back());
             ASSERT_LE(escaped.size(), 510u);
-            file += escaped + '\n';
+            bytes += escaped + '\n';
         }
         ReportBuffer buffer;
         EscapeTable fields;
-        buffer.set_file_name(scratch.write(file + "#!?PAGEEND\n"));
+        buffer.set_file_name(file.write(bytes + "#!?PAGEEND\n"));
         ASSERT_EQ(buffer.init(fields), 0);
         ASSERT_EQ(buffer.page_count(), 1);
         ASSERT_TRUE(buffer.read_page(printman::page_first, fields));
         PageRows rows;
         rows.load(buffer.cells(), 500, 5, fields);
         for (int row = 0; row < 5; ++row) {
-            ASSERT_STREQ(buffer.cells().data() + 500 * row, lines[row].c_str()) << file;
+            ASSERT_STREQ(buffer.cells().data() + 500 * row, lines[row].c_str()) << bytes;
             ASSERT_EQ(rows.row(row).size(), lines[row].empty() ? 0 : 1);
             if (!lines[row].empty()) {
                 ASSERT_EQ(rows.row(row)[0].text.toLatin1().toStdString(), lines[row]);

@@ -9,6 +9,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <sys/mman.h>
 #include <unistd.h>
 #include <vector>
 
@@ -35,6 +36,25 @@ public:
 
 private:
     QTemporaryDir dir_;
+};
+
+/// A file in memory, for tests that write thousands.
+class MemoryFile {
+public:
+    MemoryFile() : fd_(memfd_create("report", MFD_CLOEXEC)) {}
+    ~MemoryFile() { close(fd_); }
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    /// Replaces what the file holds; the name under which it can be opened.
+    std::string write(std::string_view bytes) const {
+        const std::string path = "/proc/self/fd/" + std::to_string(fd_);
+        std::ofstream(path, std::ios::binary) << bytes;
+        return path;
+    }
+
+private:
+    int fd_;
 };
 
 /// Lets root open files as someone else, whom the scratch directory shuts out.
