@@ -160,7 +160,7 @@ private:
     void take_end_line();
     void take_text(std::string_view piece);
     void check_cells(std::string_view piece);
-    void check_field(const EscapeField& field, const std::string& name);
+    void check_field(const EscapeField& field, std::string_view text, long column);
     const char* misplacement(const EscapeField& field, long columns) const;
     void tell_at(long line, const std::string& what);
     void tell(const std::string& what) { tell_at(line_, what); }
@@ -328,19 +328,21 @@ void Checker::check_cells(std::string_view piece) {
     long cells = -1; // the zero at the end is none
     starts_.clear();
     for (int at = 0; at <= end;) {
-        if (line.compare(at, marker_lead.size(), marker_lead) != 0) {
-            ++cells;
-            ++at;
+        const std::string_view rest = std::string_view(line).substr(at);
+        const size_t text = std::min(rest.find('#', 1), rest.size());
+        if (!rest.starts_with(marker_lead)) {
+            cells += static_cast<long>(text);
+            at += static_cast<int>(text);
             continue;
         }
-        const std::string column = " at column " + std::to_string(line_offset_ + at + 1);
+        const long column = line_offset_ + at + 1;
         const MarkerParse parsed = parse_marker(line, at + 3, end);
         if (!parsed.field)
-            tell(bad_marker,
-                 (parsed.consumed > 0 ? "unfinished marker" : "not a marker: \"#!?\"") + column);
-        else if (const std::string name = line.substr(at, 3 + parsed.consumed);
-                 name != no_op_marker)
-            check_field(*parsed.field, "marker " + shown(name) + column);
+            tell(bad_marker, (parsed.consumed > 0 ? "unfinished marker at column "
+                                                  : "not a marker: \"#!?\" at column ") +
+                                 std::to_string(column));
+        else
+            check_field(*parsed.field, rest.substr(0, 3 + parsed.consumed), column);
         if (parsed.consumed == 0)
             ++cells;
         at += parsed.consumed > 0 ? 3 + parsed.consumed : 1;
@@ -352,15 +354,21 @@ void Checker::check_cells(std::string_view piece) {
                            " cells past the page's width of " + std::to_string(geometry_->columns));
 }
 
-void Checker::check_field(const EscapeField& field, const std::string& name) {
+void Checker::check_field(const EscapeField& field, std::string_view text, long column) {
+    if (text == no_op_marker)
+        return;
+    const auto tell_marker = [&](Kind kind, const char* what) {
+        tell(kind,
+             "marker " + shown(std::string(text)) + " at column " + std::to_string(column) + what);
+    };
     const bool known = geometry_->kind == TopLine::known;
     const long columns = known ? geometry_->columns : max_page_columns;
     if (const char* what = misplacement(field, columns))
-        tell(out_of_page, name + what);
+        tell_marker(out_of_page, what);
     if (known && field.start == columns)
-        tell(never_found, name + " stands at the last column, where it is never found");
+        tell_marker(never_found, " stands at the last column, where it is never found");
     if (std::ranges::count(starts_, field.start) == 2)
-        tell(third_marker, name + " is the third at its place and is never found");
+        tell_marker(third_marker, " is the third at its place and is never found");
     starts_.push_back(field.start);
 }
 
