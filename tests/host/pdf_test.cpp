@@ -38,6 +38,12 @@ QStringList words(const QString& text) {
     return text.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
 }
 
+/// Whether the process is no more, or only waits to be collected.
+bool has_ended(const QByteArray& id) {
+    QFile status(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(id)));
+    return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
+}
+
 /// A page of @p columns x @p lines with a word in its corner.
 QByteArray grid(int columns, int lines) {
     return "#!?PAGETOP " + QByteArray::number(columns) + ',' + QByteArray::number(lines) +
@@ -220,26 +226,36 @@ TEST_F(Pdf, AScratchDirectoryThatCannotBeMadeIsTold) {
 }
 
 TEST_F(Pdf, InterruptionEndsTheToolAndLeavesTheEarlierFile) {
-    const QString marker = path(QStringLiteral("started"));
-    stub_ps2pdf("sleep 300 & echo $! > \"" + QFile::encodeName(marker) + ".new\"; mv \"" +
-                QFile::encodeName(marker) + ".new\" \"" + QFile::encodeName(marker) + "\"; wait");
+    const QString started = QStringLiteral("started");
+    const QByteArray name = QFile::encodeName(path(started));
+    stub_ps2pdf("sleep 300 & echo $! > \"" + name + ".new\"; mv \"" + name + ".new\" \"" + name +
+                "\"; wait");
     write(in, small_report);
     write(out, "earlier");
-    for (const int number : {SIGINT, SIGTERM}) {
-        QFile::remove(marker);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        QFile::remove(path(started));
         const Ended result =
-            run_until({QStringLiteral("pdf"), in, out}, marker,
-                      [number](qint64 id) { ::kill(static_cast<pid_t>(id), number); });
+            interrupt({QStringLiteral("pdf"), in, out}, number, [&] { return exists(started); });
         expect_failure(result, "interrupted");
         EXPECT_EQ(read(out), "earlier");
-        EXPECT_EQ(files(), (QStringList{in, out, QStringLiteral("started")}));
+        EXPECT_EQ(files(), (QStringList{in, out, started}));
         EXPECT_EQ(scratch(), QStringList());
-        const QByteArray child = read(QStringLiteral("started")).trimmed();
-        EXPECT_TRUE(!QFile::exists(QStringLiteral("/proc/") + QString::fromLatin1(child)) || [&] {
-            QFile status(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(child)));
-            return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
-        }());
+        EXPECT_TRUE(has_ended(read(started).trimmed()));
     }
+}
+
+TEST_F(Pdf, InterruptionWhilePaintingLeavesTheEarlierFile) {
+    QByteArray report;
+    for (int page = 0; page < 20000; ++page)
+        report += small_report;
+    write(in, report);
+    write(out, "earlier");
+    const Ended result =
+        interrupt({QStringLiteral("pdf"), in, out}, SIGINT, [&] { return !scratch().isEmpty(); });
+    expect_failure(result, "interrupted");
+    EXPECT_EQ(read(out), "earlier");
+    EXPECT_EQ(files(), (QStringList{in, out}));
+    EXPECT_EQ(scratch(), QStringList());
 }
 
 TEST_F(Pdf, AToolsStatusIsKnownThoughTheCallerIgnoresItsChildren) {

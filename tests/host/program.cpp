@@ -6,6 +6,8 @@
 #include <QProcess>
 #include <QThread>
 
+#include <csignal>
+
 const QByteArray
     small_report("#!?PAGETOP 80,3\nfirst line\n\xe4\xf6\xfc and more\nlast\n#!?PAGEEND\n");
 
@@ -56,8 +58,8 @@ Ended ProgramTest::run_program(const QString& file, const QStringList& arguments
     return result_of(process);
 }
 
-Ended ProgramTest::run_until(const QStringList& arguments, const QString& file,
-                             const std::function<void(qint64)>& meanwhile) const {
+Ended ProgramTest::interrupt(const QStringList& arguments, int number,
+                             const std::function<bool()>& ready) const {
     QProcess process;
     process.setProcessEnvironment(environment_);
     process.setWorkingDirectory(directory_.path());
@@ -66,10 +68,10 @@ Ended ProgramTest::run_until(const QStringList& arguments, const QString& file,
     EXPECT_TRUE(process.waitForStarted());
     QElapsedTimer clock;
     clock.start();
-    while (!QFile::exists(file) && clock.elapsed() < patience)
-        QThread::msleep(5);
-    EXPECT_TRUE(QFile::exists(file));
-    meanwhile(process.processId());
+    while (!ready() && clock.elapsed() < patience)
+        QThread::msleep(2);
+    EXPECT_TRUE(ready());
+    ::kill(static_cast<pid_t>(process.processId()), number);
     return result_of(process);
 }
 

@@ -36,9 +36,9 @@ protected:
     /// Runs another program there.
     Ended run_program(const QString& file, const QStringList& arguments) const;
 
-    /// Runs the program, and @p meanwhile with its process id as soon as @p file exists.
-    Ended run_until(const QStringList& arguments, const QString& file,
-                    const std::function<void(qint64)>& meanwhile) const;
+    /// Runs the program, and sends it signal @p number as soon as @p ready says so.
+    Ended interrupt(const QStringList& arguments, int number,
+                    const std::function<bool()>& ready) const;
 
     static QString program();
 

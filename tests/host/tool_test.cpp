@@ -1,8 +1,10 @@
+#include "host/interrupt.h"
 #include "host/tool.h"
 
 #include <gtest/gtest.h>
 
 #include <csignal>
+#include <unistd.h>
 
 namespace {
 
@@ -43,4 +45,37 @@ TEST(Tool, FailuresAreTold) {
 
 TEST(Tool, MuchOutputDoesNotBlock) {
     EXPECT_EQ(message(QStringLiteral("head -c 3000000 /dev/zero; exit 0")), "");
+}
+
+TEST(Interrupts, AreNotedWhileAJobAsks) {
+    const auto job = [] {
+        host::catch_interrupts();
+        const bool before = host::interrupted();
+        ::raise(SIGTERM);
+        ::_exit(!before && host::interrupted() ? 7 : 8);
+    };
+    EXPECT_EXIT(job(), testing::ExitedWithCode(7), "^$");
+}
+
+TEST(Interrupts, EndTheProgramWhileNothingAsks) {
+    const auto job = [](bool early) {
+        host::catch_interrupts();
+        if (early)
+            ::raise(SIGINT);
+        const host::InterruptsEndProgram at_once;
+        ::raise(SIGINT);
+        ::_exit(8);
+    };
+    EXPECT_EXIT(job(false), testing::ExitedWithCode(1), "^printman: interrupted\n$");
+    EXPECT_EXIT(job(true), testing::ExitedWithCode(1), "^printman: interrupted\n$");
+}
+
+TEST(Interrupts, StayIgnoredWhereTheCallerIgnoresThem) {
+    const auto job = [] {
+        std::signal(SIGHUP, SIG_IGN);
+        host::catch_interrupts();
+        ::raise(SIGHUP);
+        ::_exit(host::interrupted() ? 8 : 7);
+    };
+    EXPECT_EXIT(job(), testing::ExitedWithCode(7), "^$");
 }
