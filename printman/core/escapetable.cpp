@@ -1,4 +1,4 @@
-#include "printman/core/escapetable.h"
+#include <printman/core/escapetable.h>
 
 #include <cstddef>
 

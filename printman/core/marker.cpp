@@ -1,4 +1,4 @@
-#include "printman/core/marker.h"
+#include <printman/core/marker.h>
 
 #include <algorithm>
 #include <array>

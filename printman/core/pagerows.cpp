@@ -1,6 +1,5 @@
-#include "printman/core/pagerows.h"
-
-#include "printman/core/text.h"
+#include <printman/core/pagerows.h>
+#include <printman/core/text.h>
 
 #include <algorithm>
 #include <cstring>

@@ -1,4 +1,4 @@
-#include "printman/core/reportbuffer.h"
+#include <printman/core/reportbuffer.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -236,8 +236,10 @@ int ReportBuffer::init(EscapeTable& fields) {
     long columns = 0;
     long lines = 0;
     const int result = read_geometry_numbers(columns, lines);
-    if (result == 0 && columns > 0 && lines == 0)
+    if (result == 0 && columns > 0 && lines == 0) {
+        geometry_ = {};
         return 1;
+    }
     if (result == 0 && columns > 0 && lines > 0 && columns * lines <= max_page_cells)
         geometry_ = {static_cast<int>(columns), static_cast<int>(lines)};
     if (!geometry_.known())

@@ -1,7 +1,6 @@
-#include "printman/core/reportcheck.h"
-
-#include "printman/core/marker.h"
-#include "printman/core/reportbuffer.h"
+#include <printman/core/marker.h>
+#include <printman/core/reportbuffer.h>
+#include <printman/core/reportcheck.h>
 
 #include <algorithm>
 #include <array>

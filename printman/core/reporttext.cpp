@@ -1,6 +1,5 @@
-#include "printman/core/reporttext.h"
-
-#include "printman/toolkit/outputfile.h"
+#include <printman/core/reporttext.h>
+#include <printman/toolkit/outputfile.h>
 
 #include <QByteArray>
 

@@ -1,4 +1,4 @@
-#include "printman/core/text.h"
+#include <printman/core/text.h>
 
 #include <algorithm>
 #include <array>

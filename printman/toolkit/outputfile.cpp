@@ -1,4 +1,4 @@
-#include "printman/toolkit/outputfile.h"
+#include <printman/toolkit/outputfile.h>
 
 #include <QFile>
 #include <QFileInfo>

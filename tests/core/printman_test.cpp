@@ -15,6 +15,7 @@
 #include <QWidget>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <climits>
 #include <cstring>
 
@@ -142,6 +143,18 @@ TEST_F(PrintMan, anAdoptedReportIsIndexedAtOnce) {
     EXPECT_EQ(manager_.get_page_count(), 3);
     EXPECT_EQ(adopt("#!?PAGETOP 5,1\nx\n#!?PAGEEND\n"), 0);
     EXPECT_EQ(manager_.get_page_count(), 1);
+}
+
+TEST_F(PrintMan, pagesOfNoLinesAreToldApart) {
+    EXPECT_EQ(adopt("#!?PAGETOP 80,0\nx\n#!?PAGEEND\n"), 1);
+    EXPECT_EQ(manager_.get_lines(), 0);
+    EXPECT_EQ(adopt("#!?PAGETOP 0,66\nx\n#!?PAGEEND\n"), 0);
+    EXPECT_EQ(manager_.get_rpt_page(1), 0);
+    // Geometry that is known from before is no geometry of this file.
+    adopt(three_pages);
+    EXPECT_EQ(manager_.get_scr_size(), 0);
+    EXPECT_EQ(adopt("#!?PAGETOP 80,0\n"), 1);
+    EXPECT_EQ(manager_.get_columns(), 0);
 }
 
 TEST_F(PrintMan, aReportThatIsNotThereFails) {
@@ -413,14 +426,21 @@ TEST_F(PrintMan, theBufferOpensAndCloses) {
 }
 
 TEST_F(PrintMan, thePrintDestinationIsCopiedWhole) {
+    std::array<unsigned char, 416> bytes{};
+    for (size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<unsigned char>(i * 7 + 1);
     PrintDest dest;
-    for (size_t i = 0; i < sizeof dest; ++i)
-        reinterpret_cast<unsigned char*>(&dest)[i] = static_cast<unsigned char>(i * 7 + 1);
+    std::memcpy(&dest, bytes.data(), bytes.size());
+    const auto kept = [this] {
+        std::array<unsigned char, 416> copy{};
+        std::memcpy(copy.data(), manager_.get_print_dest(), copy.size());
+        return copy;
+    };
     manager_.set_print_dest(dest);
-    EXPECT_EQ(std::memcmp(manager_.get_print_dest(), &dest, 416), 0);
+    EXPECT_EQ(kept(), bytes);
     PrintDest other{};
     EXPECT_EQ(manager_.show_print_dest(other), 0);
-    EXPECT_EQ(std::memcmp(manager_.get_print_dest(), &dest, 416), 0);
+    EXPECT_EQ(kept(), bytes);
 }
 
 TEST_F(PrintMan, theErrorHookHasNoEffect) {
