@@ -30,6 +30,8 @@ int main(int argc, char** argv) {
     const int rounds = bench::number_argument(argc, argv, 1, 7);
     const int pages = bench::number_argument(argc, argv, 2, 50000);
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    // The toolkit's remarks are none of the measurement's.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     int one = 1;
     const QGuiApplication application(one, argv);
 

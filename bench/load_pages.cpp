@@ -56,6 +56,8 @@ void print_row(const char* name, const std::vector<double>& times) {
 int main(int argc, char** argv) {
     const int pages = bench::number_argument(argc, argv, 1, 50000);
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
+    // The toolkit's remarks are none of the measurement's.
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     int one = 1;
     const QGuiApplication application(one, argv);
 

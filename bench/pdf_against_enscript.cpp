@@ -76,9 +76,15 @@ void write_idle_ps2pdf(const std::string& path, const std::string& size_file) {
     bench::run({"chmod", "+x", path});
 }
 
-void print_row(const char* name, const Run& run, double reference) {
-    std::printf("  %-34s %7.3f s  %5.2f x  %7.3f s of CPU  %6.1f MiB\n", name, run.seconds,
-                run.seconds / reference, run.cpu_seconds, run.peak_mib);
+/// What the peer takes, as a pipe and one step after the other.
+struct Peer {
+    double pipe = 0;
+    double steps = 0;
+};
+
+void print_row(const char* name, const Run& run, const Peer& peer) {
+    std::printf("  %-26s %7.3f s %7.2f x %7.2f x %10.3f s %9.1f MiB\n", name, run.seconds,
+                run.seconds / peer.pipe, run.seconds / peer.steps, run.cpu_seconds, run.peak_mib);
 }
 
 } // namespace
@@ -131,15 +137,17 @@ int main(int argc, char** argv) {
                              .peak_mib = std::max(first.peak_mib, second.peak_mib)});
     }
 
-    const double reference = bench::median(pipe_runs).seconds;
-    std::printf("%d pages to PDF, medians of %d rounds; times as a multiple of the pipe's\n", pages,
-                rounds);
-    print_row("printman pdf", bench::median(our_runs), reference);
-    print_row("  of that without ps2pdf", bench::median(alone_runs), reference);
-    print_row("enscript | ps2pdf", bench::median(pipe_runs), reference);
-    print_row("enscript, then ps2pdf", bench::median(step_runs), reference);
-    print_row("  enscript", bench::median(enscript_runs), reference);
-    print_row("  ps2pdf", bench::median(ps2pdf_runs), reference);
+    const Peer peer_times = {.pipe = bench::median(pipe_runs).seconds,
+                             .steps = bench::median(step_runs).seconds};
+    std::printf("%d pages to PDF, medians of %d rounds\n", pages, rounds);
+    std::printf("  %-26s %9s %9s %9s %12s %13s\n", "", "time", "of pipe", "of steps", "CPU",
+                "memory");
+    print_row("printman pdf", bench::median(our_runs), peer_times);
+    print_row("  without its ps2pdf", bench::median(alone_runs), peer_times);
+    print_row("pipe: enscript | ps2pdf", bench::median(pipe_runs), peer_times);
+    print_row("steps: enscript; ps2pdf", bench::median(step_runs), peer_times);
+    print_row("  enscript", bench::median(enscript_runs), peer_times);
+    print_row("  ps2pdf", bench::median(ps2pdf_runs), peer_times);
 
     long ps_bytes = 0;
     std::ifstream(ps_size) >> ps_bytes;
