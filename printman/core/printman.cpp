@@ -169,7 +169,7 @@ int CPrintMan::save_rpt_file(QWidget* parent, const char* path) {
     if (!path || !*path)
         return 0;
     OutputFile out;
-    if (!out.open(QFile::decodeName(path))) {
+    if (!out.open(path)) {
         d->job_error = out.error();
     } else {
         if (parent)
@@ -190,7 +190,7 @@ int CPrintMan::write_rpt_text(const char* path) {
         d->job_error = tr("no file name");
     else if (d->report.page_count() == 0)
         d->job_error = tr("the report has no pages");
-    else if (!out.open(QFile::decodeName(path)))
+    else if (!out.open(path))
         d->job_error = out.error();
     else
         d->job_error = write_report_text(d->report, d->fields, out, d->progress);

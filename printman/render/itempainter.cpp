@@ -7,11 +7,12 @@
 namespace printman {
 
 void ItemPainter::draw(const StringItem& item) {
-    painter_.drawText(units_.logical(item.cell), alignment_flags(item.align), item.text);
+    painter_.drawText(units_.logical(item.cell), alignment_flags(item.align),
+                      shown_text(item.text));
 }
 
 void ItemPainter::draw_highlight(const StringItem& item) {
-    painter_.drawText(item.drawn, alignment_flags(item.align), item.text);
+    painter_.drawText(item.drawn, alignment_flags(item.align), shown_text(item.text));
 }
 
 void ItemPainter::draw_page(std::span<QValueList<StringItem>> rows) {
@@ -21,14 +22,18 @@ void ItemPainter::draw_page(std::span<QValueList<StringItem>> rows) {
         for (StringItem& item : row) {
             const QRect cell = units_.logical(item.cell);
             const int flags = alignment_flags(item.align);
-            if (straight.prepare(item.text)) {
-                const double left = TextRuler::left_edge(cell, flags, straight.width());
-                item.drawn = ruler.bounding_rect(cell, flags, straight.width());
-                straight.draw(QPointF(left, item.drawn.y() + ruler.ascent()));
-            } else {
-                item.drawn = ruler.bounding_rect(cell, flags, item.text);
-                painter_.drawText(cell, flags, item.text);
-            }
+            const QString text = shown_text(item.text);
+            const bool is_straight = straight.prepare(text);
+            const double width = is_straight ? straight.width() : ruler.width(text);
+            item.drawn = ruler.bounding_rect(cell, flags, width);
+            const QPointF baseline(TextRuler::left_edge(cell, flags, width),
+                                   item.drawn.y() + ruler.ascent());
+            if (is_straight)
+                straight.draw(baseline);
+            else if (straight.is_on_page())
+                painter_.drawText(baseline, text);
+            else
+                painter_.drawText(cell, flags, text);
         }
     }
 }

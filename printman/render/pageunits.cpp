@@ -29,7 +29,9 @@ void PageUnits::set(QPainter& p, int columns, int lines, bool keep, int margin_x
     if (keep || no_page_map)
         return;
 
-    window_ = QSize(to_int(qint64{columns} * char_width_), to_int(qint64{lines} * line_height_));
+    // A machine without fonts measures 0.
+    window_ = QSize(to_int(qint64{columns} * char_width_), to_int(qint64{lines} * line_height_))
+                  .expandedTo(QSize(1, 1));
     p.setWindow(0, 0, window_.width(), window_.height());
 
     const QRect area = p.viewport();

@@ -18,6 +18,15 @@ bool is_printable_latin1(int c) {
 
 } // namespace
 
+QString shown_text(const QString& text) {
+    constexpr QChar soft_hyphen(0xad);
+    const auto is_replaced = [](QChar c) { return c == u'\t' || c == u'\r' || c == soft_hyphen; };
+    if (std::none_of(text.begin(), text.end(), is_replaced))
+        return text;
+    QString shown = text;
+    return shown.replace(u'\t', u' ').replace(u'\r', u' ').replace(soft_hyphen, u'-');
+}
+
 TextRuler::TextRuler(const QPainter& p)
     : metrics_(p.font(), p.device()), height_(p.fontMetrics().height()),
       ascent_(metrics_.ascent()) {
@@ -41,10 +50,7 @@ double TextRuler::width(const QString& text) const {
         });
     if (fixed)
         return fixed_advance_ * static_cast<double>(text.size());
-    // Drawn text has a blank where it holds one of these, measured text would expand them.
-    QString shown = text;
-    shown.replace(u'\t', u' ').replace(u'\r', u' ');
-    return metrics_.horizontalAdvance(shown);
+    return metrics_.horizontalAdvance(shown_text(text));
 }
 
 double TextRuler::left_edge(const QRect& cell, int flags, double width) {

@@ -10,6 +10,10 @@ class QPainter;
 
 namespace printman {
 
+/// What is drawn for an item's text. Report text has one cell a byte: a soft hyphen, which the
+/// toolkit would hide, is shown as a hyphen, tabs and carriage returns as blanks.
+QString shown_text(const QString& text);
+
 /// Measures text as a painter draws it. Everything that needs to know where text stands asks here:
 /// a run is as high as the font's line, at every font and size, which Qt's own bounding rectangle
 /// is not (its layout rounds ascent and descent apart and is often a pixel higher).
@@ -18,7 +22,8 @@ public:
     /// Takes the painter's font and device as they are now. Cost: some 200 character widths.
     explicit TextRuler(const QPainter& p);
 
-    /// The width of @p text on one line, in logical units; its trailing blanks count.
+    /// The width of @p text as it is shown on one line, in logical units; its trailing blanks
+    /// count.
     double width(const QString& text) const;
 
     /// The height of a line.

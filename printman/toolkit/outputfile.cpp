@@ -71,6 +71,15 @@ bool OutputFile::open(const QString& path) {
     return false;
 }
 
+bool OutputFile::open(const char* path) {
+    const QString name = QFile::decodeName(path);
+    if (QFile::encodeName(name) == path)
+        return open(name);
+    discard();
+    error_ = qt_error_string(EILSEQ);
+    return false;
+}
+
 bool OutputFile::write(const char* data, qint64 size) {
     if (!device_ || failed_)
         return false;

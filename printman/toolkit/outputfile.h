@@ -21,6 +21,10 @@ public:
     /// @return false when it cannot be opened; error() then says why
     bool open(const QString& path);
 
+    /// The same for a name in bytes. Names that are not in the locale's encoding are refused: they
+    /// would become the name of another file.
+    bool open(const char* path);
+
     /// Where to write; null unless open.
     QIODevice* device() const { return device_.get(); }
 

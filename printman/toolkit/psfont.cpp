@@ -2,6 +2,7 @@
 
 #include <hb-ot.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace printman {
@@ -37,7 +38,8 @@ PsFont::PsFont(const QRawFont& face, QByteArray name)
     // At one pixel a unit, outlines and widths come in the face's own units.
     face_.setPixelSize(units_per_em_);
     read_style();
-    if (face_.fontTable("head").isEmpty())
+    // Of a variable font the tables hold another instance than the one that was asked for.
+    if (face_.fontTable("head").isEmpty() || !face_.fontTable("fvar").isEmpty())
         return;
     tables_ = hb_face_create_for_tables(
         [](hb_face_t*, hb_tag_t tag, void* font) {
@@ -71,16 +73,16 @@ hb_blob_t* PsFont::table(hb_tag_t tag) {
 
 void PsFont::read_style() {
     const QByteArray os2 = face_.fontTable("OS/2");
-    if (os2.isEmpty()) {
-        italic_ = face_.style() != QFont::StyleNormal;
-        bold_ = face_.weight() >= QFont::DemiBold;
-        return;
-    }
     constexpr int weight_offset = 4;
     constexpr int selection_offset = 62;
     constexpr quint16 italic_or_oblique = 0x201;
-    italic_ = (u16(os2, selection_offset) & italic_or_oblique) != 0;
-    bold_ = u16(os2, weight_offset) >= QFont::DemiBold;
+    // Outlines that are asked for come slanted already; only the tables do not.
+    italic_ = !has_truetype_tables() || (u16(os2, selection_offset) & italic_or_oblique) != 0;
+    bold_ = (os2.isEmpty() ? face_.weight() : u16(os2, weight_offset)) >= QFont::DemiBold;
+}
+
+bool PsFont::has_truetype_tables() const {
+    return !face_.fontTable("glyf").isEmpty() && face_.fontTable("fvar").isEmpty();
 }
 
 quint32 PsFont::glyph(char32_t ch) const {
@@ -104,6 +106,7 @@ PsGlyphCode PsFont::encode(quint32 glyph, char32_t ch) {
 
     PsGlyphCode code;
     QByteArray name = glyph_name(glyph, ch);
+    char32_t meant = 0;
     if (is_latin1_text(ch) && glyph != 0 && latin1_glyphs_[ch] == 0) {
         latin1_glyphs_[ch] = glyph;
         code.code = static_cast<char>(ch);
@@ -114,14 +117,17 @@ PsGlyphCode PsFont::encode(quint32 glyph, char32_t ch) {
         }
         code.encoding = encodings() - 1;
         code.code = static_cast<char>(next_code_++);
-        // Another glyph may already have the character's name; names with a suffix still say it.
-        for (const Named& other : glyphs_) {
-            if (other.name == name && other.glyph != glyph)
-                name += ".g" + QByteArray::number(glyph);
+        // Another glyph may already have the character's name.
+        const bool taken = std::any_of(glyphs_.begin(), glyphs_.end(), [&](const Named& other) {
+            return other.name == name && other.glyph != glyph;
+        });
+        if (taken) {
+            name = glyph_name(glyph, 0) + name;
+            meant = ch;
         }
     }
     encodings_[code.encoding][static_cast<uchar>(code.code)] = name;
-    glyphs_.push_back({glyph, name});
+    glyphs_.push_back({glyph, name, meant});
     codes_.emplace(key, code);
     return code;
 }
@@ -139,6 +145,20 @@ void PsFont::write_encoding(PsStream& out, int encoding) const {
                 << " put\n";
     }
     out << "def\n";
+}
+
+/// What distillers look up for names that say nothing.
+void PsFont::write_meanings(PsStream& out) const {
+    out << "/FontInfo 2 dict dup begin/GlyphNames2Unicode ";
+    out.integer(static_cast<qint64>(glyphs_.size()) + 1) << " dict dup begin\n";
+    for (const Named& glyph : glyphs_) {
+        if (glyph.meant == 0 || glyph.meant > 0xffff)
+            continue;
+        const QByteArray digits = QByteArray::number(static_cast<uint>(glyph.meant), 16);
+        out << '/' << glyph.name.toStdString() << '<' << digits.rightJustified(4, '0').toStdString()
+            << ">def\n";
+    }
+    out << "end def end def\n";
 }
 
 void PsFont::write(PsStream& out) const {

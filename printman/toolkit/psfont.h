@@ -75,13 +75,16 @@ private:
     struct Named {
         quint32 glyph;
         QByteArray name;
+        char32_t meant; ///< the character, when the name does not say it; else 0
     };
 
     void read_style();
+    bool has_truetype_tables() const;
     hb_blob_t* table(quint32 tag);
     bool write_type42(PsStream& out) const;
     void write_type1(PsStream& out) const;
     void write_encoding(PsStream& out, int encoding) const;
+    void write_meanings(PsStream& out) const;
     QByteArray type1_charstring(quint32 glyph) const;
 
     QRawFont face_;

@@ -169,8 +169,7 @@ private:
 } // namespace
 
 bool PsFont::write_type42(PsStream& out) const {
-    // Of a variable font the tables hold another instance than the one that was asked for.
-    if (!tables_ || face_.fontTable("glyf").isEmpty() || !face_.fontTable("fvar").isEmpty())
+    if (!tables_ || !has_truetype_tables())
         return false;
     std::vector<quint32> used;
     for (const Named& glyph : glyphs_)
@@ -181,9 +180,10 @@ bool PsFont::write_type42(PsStream& out) const {
     if (!data || length == 0)
         return false;
 
-    out << "11 dict begin/FontType 42 def/FontName/" << name_.toStdString()
+    out << "12 dict begin/FontType 42 def/FontName/" << name_.toStdString()
         << " def/PaintType 0 def\n/FontMatrix[1 0 0 1 0 0]def/FontBBox[0 0 0 0]def\n";
     write_encoding(out, 0);
+    write_meanings(out);
     out << "/CharStrings ";
     out.integer(static_cast<qint64>(glyphs_.size()) + 1) << " dict dup begin/.notdef 0 def\n";
     for (const Named& glyph : glyphs_) {
@@ -222,7 +222,7 @@ QByteArray PsFont::type1_charstring(quint32 glyph) const {
 }
 
 void PsFont::write_type1(PsStream& out) const {
-    out << "12 dict begin/FontType 1 def/FontName/" << name_.toStdString()
+    out << "13 dict begin/FontType 1 def/FontName/" << name_.toStdString()
         << " def/PaintType 0 def\n/FontMatrix[";
     const QByteArray unit = QByteArray::number(1.0 / units_per_em_, 'g', 9);
     out << unit.toStdString() << " 0 0 " << unit.toStdString()
@@ -230,6 +230,7 @@ void PsFont::write_type1(PsStream& out) const {
            "/Private 4 dict dup begin/BlueValues[]def/MinFeature{16 16}def/password 5839 def end "
            "def\n";
     write_encoding(out, 0);
+    write_meanings(out);
     out << "/CharStrings ";
     out.integer(static_cast<qint64>(glyphs_.size()) + 1) << " dict dup begin\n";
     const auto define = [&](const QByteArray& name, quint32 glyph) {

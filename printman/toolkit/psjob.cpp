@@ -42,9 +42,10 @@ QRect ps_paint_area(const QPageLayout& layout, int resolution) {
 
 bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
     setup_ = setup;
+    page_.set_resolution(setup.resolution);
     std::string directory;
     if (setup.output_file.isEmpty()) {
-        sink_ = make_spooler_sink(setup.printer_name, setup.copies);
+        sink_ = make_spooler_sink(setup.printer_name, setup.copies, setup.collate);
     } else {
         sink_ = make_file_sink(setup.output_file);
         const QFileInfo target(setup.output_file);
@@ -127,8 +128,9 @@ void PsJob::spool() {
 }
 
 void PsJob::write_head(PsStream& out) const {
-    out << "%%Creator: (" << ps_comment_text(setup_.creator).toStdString() << ")\n%%Title: ("
-        << ps_comment_text(setup_.title).toStdString() << ")\n%%LanguageLevel: 3\n%%Pages: ";
+    out << "%%Creator: ";
+    out.string(ps_comment_text(setup_.creator).toStdString()) << "\n%%Title: ";
+    out.string(ps_comment_text(setup_.title).toStdString()) << "\n%%LanguageLevel: 3\n%%Pages: ";
     out.integer(pages_) << "\n%%PageOrder: Ascend\n%%BoundingBox: 0 0 ";
     out.integer(box_.width()) << ' ';
     out.integer(box_.height()) << "\n%%Orientation: "

@@ -51,6 +51,11 @@ public:
     /// Drops the job.
     void discard();
 
+    /// Ends the job as failed, for the reason @p why, unless it has failed before.
+    ///
+    /// @return false
+    bool fail(const QString& why);
+
     PsPage& page() { return page_; }
     PsFontSet& fonts() { return fonts_; }
 
@@ -61,7 +66,6 @@ public:
     QString error() const { return error_; }
 
 private:
-    bool fail(const QString& why);
     bool sink_ok(bool done) { return done || fail(sink_->error()); }
     void start_page(const QPageLayout& layout);
     void end_page();

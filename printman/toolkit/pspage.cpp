@@ -8,9 +8,8 @@ namespace printman {
 
 namespace {
 
-constexpr int position_decimals = 1; // of a device pixel
-constexpr int path_decimals = 2;
-constexpr int matrix_decimals = 4;
+constexpr int path_decimals = 2; // of a device pixel
+constexpr int matrix_decimals = 6;
 constexpr int color_decimals = 3;
 
 /// PostScript knows no translucency: a colour lies on white paper.
@@ -34,6 +33,11 @@ std::string_view PsPage::procedures() {
            "/J/setlinecap load def/j/setlinejoin load def/M/setmiterlimit load def\n"
            // The deflated data may end before the filter around it has seen its own end.
            "/i{image Y flushfile}bind def\n";
+}
+
+void PsPage::set_resolution(int dpi) {
+    constexpr int fine = 300;
+    position_decimals_ = dpi < fine ? 2 : 1;
 }
 
 void PsPage::reset() {
@@ -66,8 +70,8 @@ void PsPage::matrix(const QTransform& m) {
     out_.number(m.m12(), matrix_decimals) << ' ';
     out_.number(m.m21(), matrix_decimals) << ' ';
     out_.number(m.m22(), matrix_decimals) << ' ';
-    out_.number(m.dx(), position_decimals) << ' ';
-    out_.number(m.dy(), position_decimals) << ']';
+    out_.number(m.dx(), path_decimals) << ' ';
+    out_.number(m.dy(), path_decimals) << ']';
 }
 
 void PsPage::show(const PsFont& font, int encoding, const QTransform& font_matrix, QPointF baseline,
@@ -83,8 +87,8 @@ void PsPage::show(const PsFont& font, int encoding, const QTransform& font_matri
         out_ << "f\n";
     }
     out_.string(codes);
-    out_.number(baseline.x(), position_decimals) << ' ';
-    out_.number(baseline.y(), position_decimals) << " s\n";
+    out_.number(baseline.x(), position_decimals_) << ' ';
+    out_.number(baseline.y(), position_decimals_) << " s\n";
 }
 
 void PsPage::show_thick(const PsFont& font, int encoding, const QTransform& font_matrix,
@@ -92,8 +96,8 @@ void PsPage::show_thick(const PsFont& font, int encoding, const QTransform& font
                         double stroke) {
     show(font, encoding, font_matrix, baseline, codes, color);
     out_ << "q n ";
-    out_.number(baseline.x(), position_decimals) << ' ';
-    out_.number(baseline.y(), position_decimals) << " moveto ";
+    out_.number(baseline.x(), position_decimals_) << ' ';
+    out_.number(baseline.y(), position_decimals_) << " moveto ";
     out_.string(codes) << " true charpath ";
     out_.number(stroke * std::sqrt(std::abs(font_matrix.determinant())), path_decimals)
         << " w S Q\n";
@@ -241,9 +245,9 @@ void PsPage::image(const QImage& image, const QTransform& transform) {
         size();
     }
     out_ << (gray ? "/Decode[0 1]" : "/Decode[0 1 0 1 0 1]")
-         << "/DataSource Y/FlateDecode filter>>";
+         << "\n/DataSource Y/FlateDecode filter>>";
     if (masked) {
-        out_ << "/MaskDict<<";
+        out_ << "\n/MaskDict<<";
         size() << "/Decode[0 1]>>>>";
     }
     out_ << "\ni\n";

@@ -33,14 +33,33 @@ QImage faded(QImage image, double opacity) {
     return image;
 }
 
-/// The character of the text that has @p glyph to itself, 0 when there is none.
-char32_t character_of(const PsFont& face, quint32 glyph, const QList<uint>& text) {
-    for (const uint ch : text) {
-        if (face.glyph(ch) == glyph)
-            return ch;
+/// The characters that a run's glyphs stand for, 0 where none is known. Glyphs that are as many as
+/// the characters stand for them in their order, unless the typeface says that they are others.
+class CharacterFinder {
+public:
+    CharacterFinder(const PsFont& face, const QString& text, qsizetype glyphs)
+        : face_(face), text_(text.toUcs4()), in_order_(glyphs == text_.size()) {}
+
+    char32_t find(quint32 glyph, qsizetype index) const {
+        if (in_order_ && (glyph == 0 || face_.glyph(text_[index]) == glyph))
+            return text_[index];
+        for (const uint ch : text_) {
+            if (glyph != 0 && face_.glyph(ch) == glyph)
+                return ch;
+        }
+        // Small capitals show the capital for the letter.
+        for (const uint ch : text_) {
+            if (glyph != 0 && face_.glyph(QChar::toUpper(ch)) == glyph)
+                return ch;
+        }
+        return 0;
     }
-    return 0;
-}
+
+private:
+    const PsFont& face_;
+    QList<uint> text_;
+    bool in_order_;
+};
 
 } // namespace
 
@@ -127,7 +146,8 @@ void PsPaintEngine::unclip() {
 
 void PsPaintEngine::draw(const QPainterPath& path, bool filled) {
     PsPage* page = clipped_page();
-    if (!page)
+    // A transformation that flattens everything leaves nothing to see.
+    if (!page || !transform_.isInvertible())
         return;
     const QPainterPath device_path = transform_.map(path);
     if (filled && brush_.style() != Qt::NoBrush)
@@ -159,7 +179,7 @@ void PsPaintEngine::drawImage(const QRectF& target, const QImage& image, const Q
                               Qt::ImageConversionFlags) {
     PsPage* page = clipped_page();
     const QImage part = image.copy(source.toAlignedRect());
-    if (!page || part.isNull())
+    if (!page || part.isNull() || !transform_.isInvertible())
         return;
     const QTransform fit(target.width() / part.width(), 0, 0, target.height() / part.height(),
                          target.x(), target.y());
@@ -170,18 +190,22 @@ PsTextFont* PsPaintEngine::text_font(const QFont& font) {
     PsJob* job = printer_.job();
     if (!job)
         return nullptr;
-    if (!text_font_ || !font_ || *font_ != font) {
-        font_ = font;
-        text_font_ = std::make_unique<PsTextFont>(job->fonts(), font,
-                                                  printer_.metric(QPaintDevice::PdmDpiY));
+    if (text_font_ && font_ && *font_ == font)
+        return text_font_.get();
+    if (!PsTextFont::can_load(font)) {
+        job->fail(QStringLiteral("no font can be loaded for \"%1\"").arg(font.family()));
+        return nullptr;
     }
+    font_ = font;
+    text_font_ = std::make_unique<PsTextFont>(job->fonts(), font,
+                                              printer_.metric(QPaintDevice::PdmDpiY));
     return text_font_.get();
 }
 
 void PsPaintEngine::show_codes(const PsTextFont& font, int encoding, std::string_view codes,
                                QPointF baseline, const QTransform& transform, const QColor& color) {
     PsJob* job = printer_.job();
-    if (!job || codes.empty())
+    if (!job || codes.empty() || !transform.isInvertible())
         return;
     const QTransform direction(transform.m11(), transform.m12(), transform.m21(), transform.m22(),
                                0, 0);
@@ -238,10 +262,15 @@ void PsPaintEngine::show(const PsTextFont& font, const std::vector<PsGlyph>& gly
 }
 
 void PsPaintEngine::drawTextItem(const QPointF& p, const QTextItem& item) {
-    const QString text = item.text();
+    const QString text = item.text().normalized(QString::NormalizationForm_C);
+    if (text.isEmpty()) {
+        // Glyphs without a text: the toolkit turns them into shapes.
+        QPaintEngine::drawTextItem(p, item);
+        return;
+    }
     const QFont font = item.font();
     PsTextFont* shaped = text_font(font);
-    if (!shaped || text.isEmpty() || !clipped_page())
+    if (!shaped || !clipped_page())
         return;
     if (item.renderFlags() & QTextItem::RightToLeft || PsTextFont::needs_layout(font) ||
         !shaped->covers(text)) {
@@ -268,7 +297,6 @@ void PsPaintEngine::draw_layout(const QPointF& p, const QString& text, const QFo
     layout.beginLayout();
     const QTextLine line = layout.createLine();
     layout.endLayout();
-    const QList<uint> characters = text.toUcs4();
     PsJob* job = printer_.job();
     const QList<QGlyphRun> runs = layout.glyphRuns();
     for (const QGlyphRun& run : runs) {
@@ -279,8 +307,9 @@ void PsPaintEngine::draw_layout(const QPointF& p, const QString& text, const QFo
         std::vector<PsGlyph> glyphs;
         const QList<quint32> indexes = run.glyphIndexes();
         const QList<QPointF> positions = run.positions();
+        const CharacterFinder characters(shaped.face(), text, indexes.size());
         for (qsizetype i = 0; i < indexes.size(); ++i)
-            glyphs.push_back({indexes[i], character_of(shaped.face(), indexes[i], characters),
+            glyphs.push_back({indexes[i], characters.find(indexes[i], i),
                               positions[i] - QPointF(0, line.ascent()), shaped.width(indexes[i])});
         show(shaped, glyphs, p, transform_, faded(pen_.color(), opacity_));
     }

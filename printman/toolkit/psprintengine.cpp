@@ -184,8 +184,16 @@ int PsPrintEngine::metric(QPaintDevice::PaintDeviceMetric id) const {
     return 0;
 }
 
+QPrinter::PrinterState PsPrintEngine::printerState() const {
+    return state_ == QPrinter::Active && job_->failed() ? QPrinter::Error : state_;
+}
+
+QString PsPrintEngine::error() const {
+    return job_ && job_->failed() ? job_->error() : error_;
+}
+
 PsJob* PsPrintEngine::job() {
-    return state_ == QPrinter::Active ? job_.get() : nullptr;
+    return printerState() == QPrinter::Active ? job_.get() : nullptr;
 }
 
 bool PsPrintEngine::begin() {

@@ -19,7 +19,7 @@ public:
     bool newPage() override;
     bool abort() override;
     int metric(QPaintDevice::PaintDeviceMetric id) const override;
-    QPrinter::PrinterState printerState() const override { return state_; }
+    QPrinter::PrinterState printerState() const override;
 
     /// Starts a job; false puts the engine into the error state.
     bool begin();
@@ -36,7 +36,7 @@ public:
     bool set_margins(const QMarginsF& pixels);
 
     const QPageLayout& layout() const { return layout_; }
-    QString error() const { return error_; }
+    QString error() const;
 
 private:
     void set_orientation(QPageLayout::Orientation orientation);

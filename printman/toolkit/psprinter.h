@@ -26,6 +26,8 @@ class PsPaintEngine;
 /// In the error state painting has no effect, newPage() and the painter's end() answer false, and
 /// errorString() says why.
 ///
+/// A painter must end before its printer is destroyed.
+///
 /// QPrinter's other setters and getters work as usual; what was set is answered whether or not such
 /// a printer exists. Only the setters below must be called on this class, not through QPrinter.
 class PRINTMAN_EXPORT PsPrinter : public QPrinter {

@@ -7,8 +7,9 @@
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
+#include <poll.h>
+#include <pthread.h>
 #include <spawn.h>
-#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <vector>
@@ -37,29 +38,73 @@ private:
     OutputFile file_;
 };
 
-/// While it lives, a child's end is told to this process, whatever the host did to SIGCHLD: where
+/// While one lives, a child's end is told to this process, whatever the host did to SIGCHLD: where
 /// the signal is ignored the system would reap the child and its status be lost.
 class ChildStatusGuard {
 public:
     ChildStatusGuard() {
-        struct sigaction standard = {};
-        standard.sa_handler = SIG_DFL;
-        ::sigaction(SIGCHLD, nullptr, &old_);
-        ignored_ = !(old_.sa_flags & SA_SIGINFO) && old_.sa_handler == SIG_IGN;
-        if (ignored_)
-            ::sigaction(SIGCHLD, &standard, nullptr);
+        ++guards_;
+        renew();
     }
     ~ChildStatusGuard() {
-        if (ignored_)
+        if (--guards_ == 0 && replaced_) {
             ::sigaction(SIGCHLD, &old_, nullptr);
+            replaced_ = false;
+        }
     }
     ChildStatusGuard(const ChildStatusGuard&) = delete;
     ChildStatusGuard& operator=(const ChildStatusGuard&) = delete;
 
+    /// The host may ignore the signal in the middle of a job.
+    static void renew() {
+        struct sigaction now = {};
+        ::sigaction(SIGCHLD, nullptr, &now);
+        const bool ignored = !(now.sa_flags & SA_SIGINFO) && now.sa_handler == SIG_IGN;
+        if (!ignored && !(now.sa_flags & SA_NOCLDWAIT))
+            return;
+        old_ = now;
+        replaced_ = true;
+        if (ignored)
+            now.sa_handler = SIG_DFL;
+        now.sa_flags &= ~SA_NOCLDWAIT;
+        ::sigaction(SIGCHLD, &now, nullptr);
+    }
+
 private:
-    struct sigaction old_ = {};
-    bool ignored_ = false;
+    static inline int guards_ = 0;
+    static inline bool replaced_ = false;
+    static inline struct sigaction old_ = {};
 };
+
+/// While it lives, this thread's writes to a reader that is gone are errors and no signals.
+class PipeSignalGuard {
+public:
+    PipeSignalGuard() {
+        sigset_t pending;
+        ::sigpending(&pending);
+        was_pending_ = ::sigismember(&pending, SIGPIPE);
+        ::sigemptyset(&pipe_);
+        ::sigaddset(&pipe_, SIGPIPE);
+        ::pthread_sigmask(SIG_BLOCK, &pipe_, &old_);
+    }
+    ~PipeSignalGuard() {
+        const timespec at_once = {};
+        if (!was_pending_)
+            ::sigtimedwait(&pipe_, nullptr, &at_once);
+        ::pthread_sigmask(SIG_SETMASK, &old_, nullptr);
+    }
+    PipeSignalGuard(const PipeSignalGuard&) = delete;
+    PipeSignalGuard& operator=(const PipeSignalGuard&) = delete;
+
+private:
+    bool was_pending_;
+    sigset_t pipe_;
+    sigset_t old_;
+};
+
+constexpr int write_patience = 60 * 1000; // milliseconds
+constexpr int end_patience = 300 * 1000;
+constexpr int end_poll = 10;
 
 class ProgramSink : public PsSink {
 public:
@@ -75,33 +120,34 @@ public:
 
 private:
     bool start(int input);
-    bool wait(int options);
+    bool has_ended();
     bool judge();
+    bool wait_for_room();
 
     QString program_;
     QStringList arguments_;
     std::unique_ptr<ChildStatusGuard> guard_;
-    int socket_ = -1;
+    int pipe_ = -1;
     pid_t child_ = 0;
     bool ended_ = false;
+    bool lost_ = false;
     int status_ = 0;
 };
 
 bool ProgramSink::open() {
-    // A socket instead of a pipe: a write to a dead reader is then an error and no signal.
     int ends[2];
-    if (::socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) != 0)
+    if (::pipe2(ends, O_CLOEXEC) != 0)
         return fail(reason(errno));
-    ::shutdown(ends[0], SHUT_RD);
     guard_ = std::make_unique<ChildStatusGuard>();
-    const bool started = start(ends[1]);
-    ::close(ends[1]);
+    const bool started = start(ends[0]);
+    ::close(ends[0]);
     if (!started) {
-        ::close(ends[0]);
+        ::close(ends[1]);
         guard_.reset();
         return false;
     }
-    socket_ = ends[0];
+    pipe_ = ends[1];
+    ::fcntl(pipe_, F_SETFL, O_NONBLOCK);
     return true;
 }
 
@@ -126,18 +172,22 @@ bool ProgramSink::start(int input) {
 }
 
 /// Takes the program's status when it has ended.
-bool ProgramSink::wait(int options) {
-    if (!ended_) {
-        pid_t pid;
-        do {
-            pid = ::waitpid(child_, &status_, options);
-        } while (pid < 0 && errno == EINTR);
-        ended_ = pid != 0;
-    }
+bool ProgramSink::has_ended() {
+    if (ended_)
+        return true;
+    ChildStatusGuard::renew();
+    pid_t pid;
+    do {
+        pid = ::waitpid(child_, &status_, WNOHANG);
+    } while (pid < 0 && errno == EINTR);
+    ended_ = pid != 0;
+    lost_ = pid < 0;
     return ended_;
 }
 
 bool ProgramSink::judge() {
+    if (lost_)
+        return fail(QStringLiteral("the status of %1 was lost").arg(program_));
     if (WIFEXITED(status_) && WEXITSTATUS(status_) == 0)
         return true;
     const QString how = WIFSIGNALED(status_)
@@ -147,44 +197,66 @@ bool ProgramSink::judge() {
 }
 
 bool ProgramSink::alive() {
-    if (!wait(WNOHANG))
+    if (!has_ended())
         return true;
     // A spooler that ends before the job does has not taken it, whatever its status says.
     return judge() && fail(program_ + QStringLiteral(" ended before it had the whole job"));
 }
 
+bool ProgramSink::wait_for_room() {
+    pollfd room = {pipe_, POLLOUT, 0};
+    int ready;
+    do {
+        ready = ::poll(&room, 1, write_patience);
+    } while (ready < 0 && errno == EINTR);
+    return ready > 0 || fail(program_ + QStringLiteral(" takes nothing"));
+}
+
 bool ProgramSink::write(std::string_view bytes) {
+    const PipeSignalGuard quiet;
     while (!bytes.empty()) {
-        const ssize_t n = ::send(socket_, bytes.data(), bytes.size(), MSG_NOSIGNAL);
-        if (n < 0 && errno == EINTR)
+        const ssize_t n = ::write(pipe_, bytes.data(), bytes.size());
+        if (n >= 0) {
+            bytes.remove_prefix(static_cast<size_t>(n));
             continue;
-        if (n < 0) {
-            const int error = errno;
+        }
+        const int error = errno;
+        if (error == EAGAIN && !wait_for_room())
+            return false;
+        if (error == EPIPE) {
+            // It has closed its input and ends now, with a status that says more.
+            for (int waited = 0; waited < end_poll * 100 && !has_ended(); waited += end_poll)
+                ::usleep(end_poll * 1000);
             return alive() && fail(reason(error));
         }
-        bytes.remove_prefix(static_cast<size_t>(n));
+        if (error != EAGAIN && error != EINTR)
+            return fail(reason(error));
     }
     return true;
 }
 
 bool ProgramSink::close() {
-    ::close(socket_);
-    socket_ = -1;
-    wait(0);
+    ::close(pipe_);
+    pipe_ = -1;
+    for (int waited = 0; !has_ended(); waited += end_poll) {
+        if (waited >= end_patience)
+            ::kill(child_, SIGKILL);
+        ::usleep(end_poll * 1000);
+    }
     guard_.reset();
     return judge();
 }
 
 void ProgramSink::discard() {
-    if (socket_ < 0)
+    if (pipe_ < 0)
         return;
     // It must not see the end of its input, or it would queue what it has.
-    if (!wait(WNOHANG)) {
+    while (!has_ended()) {
         ::kill(child_, SIGKILL);
-        wait(0);
+        ::usleep(1000);
     }
-    ::close(socket_);
-    socket_ = -1;
+    ::close(pipe_);
+    pipe_ = -1;
     guard_.reset();
 }
 
@@ -198,13 +270,14 @@ std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringL
     return std::make_unique<ProgramSink>(program, arguments);
 }
 
-std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies) {
+std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies, bool collate) {
     QStringList arguments;
     if (!QStandardPaths::findExecutable(QStringLiteral("lp")).isEmpty()) {
         if (!printer.isEmpty())
             arguments << QStringLiteral("-d") << printer;
         if (copies > 1)
-            arguments << QStringLiteral("-n") << QString::number(copies);
+            arguments << QStringLiteral("-n") << QString::number(copies) << QStringLiteral("-o")
+                      << QStringLiteral("collate=%1").arg(collate ? u"true" : u"false");
         return make_program_sink(QStringLiteral("lp"), arguments);
     }
     if (!printer.isEmpty())

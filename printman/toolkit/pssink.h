@@ -45,13 +45,14 @@ private:
 std::unique_ptr<PsSink> make_file_sink(const QString& path);
 
 /// A job into the standard input of a program, started with exactly these arguments and no shell.
-/// The job fails when the program cannot be started, dies, or ends with another status than 0.
+/// The job fails when the program cannot be started, dies, ends with another status than 0 or with
+/// one that was lost, takes nothing for a minute, or does not end within five after its input has.
 ///
 /// @param program found on PATH
 std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringList& arguments);
 
 /// The job for a printer's queue: `lp -d NAME`, or `lpr -P NAME` where there is no lp; without a
 /// name the spooler's default queue. More than one copy is the spooler's to make.
-std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies);
+std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies, bool collate);
 
 } // namespace printman

@@ -8,6 +8,14 @@
 
 namespace printman {
 
+namespace {
+
+// Lines of a structured document have 255 characters at the most.
+constexpr size_t longest_string_line = 200;
+constexpr qsizetype longest_comment_text = 100;
+
+} // namespace
+
 PsStream& PsStream::integer(qint64 value) {
     char digits[24];
     const auto result = std::to_chars(digits, digits + sizeof digits, value);
@@ -16,7 +24,7 @@ PsStream& PsStream::integer(qint64 value) {
 }
 
 PsStream& PsStream::number(double value, int decimals) {
-    static constexpr int scales[] = {1, 10, 100, 1000, 10000};
+    static constexpr int scales[] = {1, 10, 100, 1000, 10000, 100000, 1000000};
     constexpr double limit = 1e7;
     const int scale = scales[decimals];
     const double cut = std::isnan(value) ? 0.0 : std::clamp(value, -limit, limit);
@@ -39,7 +47,12 @@ PsStream& PsStream::number(double value, int decimals) {
 
 PsStream& PsStream::string(std::string_view bytes) {
     buffer_.push_back('(');
+    size_t line = buffer_.size();
     for (const char c : bytes) {
+        if (buffer_.size() - line >= longest_string_line) {
+            buffer_.append("\\\n");
+            line = buffer_.size();
+        }
         const auto byte = static_cast<unsigned char>(c);
         if (byte < 0x20 || byte >= 0x7f) {
             const char octal[] = {'\\', static_cast<char>('0' + (byte >> 6)),
@@ -70,7 +83,7 @@ PsStream& PsStream::hex(std::string_view bytes) {
 }
 
 QByteArray ps_comment_text(const QString& text) {
-    QByteArray ascii = text.toLatin1().left(200);
+    QByteArray ascii = text.toLatin1().left(longest_comment_text);
     for (char& c : ascii) {
         if (c < 0x20 || c > 0x7e)
             c = '?';

@@ -24,12 +24,12 @@ public:
     /// Appends an integer.
     PsStream& integer(qint64 value);
 
-    /// Appends @p value with at most @p decimals digits (0 to 4) behind the point, without trailing
+    /// Appends @p value with at most @p decimals digits (0 to 6) behind the point, without trailing
     /// zeros. What is no number becomes 0, what is beyond 10 million is cut there.
     PsStream& number(double value, int decimals);
 
     /// Appends a string literal that holds @p bytes whatever they are: parentheses, backslashes and
-    /// all that is not printable ASCII are escaped.
+    /// all that is not printable ASCII are escaped, and no line becomes longer than 204 characters.
     PsStream& string(std::string_view bytes);
 
     /// Appends @p bytes as a hexadecimal string in lines of at most 240 characters, without the

@@ -38,7 +38,6 @@ PsText::PsText(QPainter& p) : d(std::make_unique<Private>()) {
     d->font = d->engine->text_font(p.font());
     d->transform = p.combinedTransform();
     d->color = p.pen().color();
-    d->engine->unclip();
 }
 
 PsText::~PsText() = default;
@@ -61,7 +60,13 @@ double PsText::width() const {
     return d->width;
 }
 
+bool PsText::is_on_page() const {
+    return d->engine != nullptr;
+}
+
 void PsText::draw(QPointF baseline) {
+    // What was drawn through the painter meanwhile may have left its clip.
+    d->engine->unclip();
     if (d->fixed)
         d->engine->show_fixed(*d->font, d->codes, baseline, d->transform, d->color);
     else

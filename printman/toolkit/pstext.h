@@ -19,6 +19,9 @@ public:
     PsText(const PsText&) = delete;
     PsText& operator=(const PsText&) = delete;
 
+    /// Whether the painter paints on a PsPrinter.
+    bool is_on_page() const;
+
     /// Measures @p text for the draw() that follows.
     ///
     /// @return false when it must be drawn through the painter: another device, a clipped or

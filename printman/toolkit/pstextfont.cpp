@@ -23,6 +23,15 @@ double device_pixels(const QFont& font, int dpi) {
     return font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * dpi / points_an_inch;
 }
 
+/// The typeface of a font, at a size that every face has, since only the outlines count.
+QRawFont face_of(QFont font) {
+    constexpr int any_size = 64;
+    font.setPixelSize(any_size);
+    if (font.stretch() != QFont::AnyStretch)
+        font.setStretch(QFont::Unstretched);
+    return QRawFont::fromFont(font);
+}
+
 bool needs_no_layout(char32_t ch) {
     switch (QChar::script(ch)) {
     case QChar::Script_Latin:
@@ -39,7 +48,7 @@ bool needs_no_layout(char32_t ch) {
 } // namespace
 
 PsTextFont::PsTextFont(PsFontSet& fonts, const QFont& font, int dpi)
-    : PsTextFont(fonts, QRawFont::fromFont(font), font, dpi) {}
+    : PsTextFont(fonts, face_of(font), font, dpi) {}
 
 PsTextFont::PsTextFont(PsFontSet& fonts, const QRawFont& face, const QFont& font, int dpi)
     : face_(fonts.font(face)), pixels_(device_pixels(font, dpi)), kerning_(font.kerning()) {
@@ -81,6 +90,10 @@ void PsTextFont::find_pitch(const QFont& font) {
     const double stretch = pitch_ / width;
     matrix_ =
         QTransform(matrix_.m11() * stretch, matrix_.m12(), matrix_.m21(), matrix_.m22(), 0, 0);
+}
+
+bool PsTextFont::can_load(const QFont& font) {
+    return face_of(font).isValid();
 }
 
 bool PsTextFont::needs_layout(const QFont& font) {

@@ -61,6 +61,9 @@ public:
     /// Width in ems of the stroke that thickens a face without a bold of its own; 0 for none.
     double thickening() const { return thickening_; }
 
+    /// Whether the machine has a typeface for the font at all.
+    static bool can_load(const QFont& font);
+
     /// Whether the font asks for what only Qt's layout gives: spacing, capitals, stretch.
     static bool needs_layout(const QFont& font);
 

@@ -359,6 +359,19 @@ TEST_F(PrintMan, aFileThatCannotBeOpenedIsShownAndIndexesNothing) {
     EXPECT_EQ(button, QStringLiteral("Ok"));
 }
 
+TEST_F(PrintMan, aNameThatWouldBecomeAnotherIsRefused) {
+    adopt(three_pages);
+    for (const char* name : {"r\xe9port.txt", "r\xe8port.txt"}) {
+        const QByteArray file = scratch_.path().toLocal8Bit() + '/' + name;
+        EXPECT_EQ(manager_.save_rpt_file(nullptr, file.constData()), 0);
+        EXPECT_EQ(manager_.write_rpt_text(file.constData()), 0);
+    }
+    EXPECT_EQ(files(), QStringList{QStringLiteral("r.rpt")});
+    EXPECT_EQ(
+        manager_.write_rpt_text((scratch_.path().toLocal8Bit() + "/r\xc3\xa9port.txt").constData()),
+        1);
+}
+
 TEST_F(PrintMan, savingShowsTheWaitCursorAndThenTheArrow) {
     adopt(three_pages);
     QWidget parent;

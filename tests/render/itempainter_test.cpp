@@ -146,6 +146,45 @@ TEST_F(ItemPainting, aHighlightIsDrawnInItsOwnRectangle) {
     EXPECT_GE(found.left(), 190 - 3 * units_.char_width());
 }
 
+TEST_F(ItemPainting, aSoftHyphenIsAHyphenInItsCell) {
+    std::vector<QValueList<StringItem>> rows(lines);
+    rows[0] << item(0, 0, 20, QStringLiteral("A\u00adB\u00adC 12"), 2);
+    rows[1] << item(0, 1, 20, QStringLiteral("A-B-C 12"), 2);
+    paint(rows);
+    EXPECT_EQ(rows[0][0].drawn.width(), rows[1][0].drawn.width());
+    EXPECT_EQ(rows[0][0].text, QStringLiteral("A\u00adB\u00adC 12"));
+    const int height = units_.line_height();
+    EXPECT_EQ(image_.copy(0, 0, image_.width(), height),
+              image_.copy(0, height, image_.width(), height));
+}
+
+TEST_F(ItemPainting, textOfEveryKindComesBackFromAPage) {
+    QTemporaryDir scratch;
+    for (const char* family : {"Liberation Mono", "Liberation Sans", "DejaVu Sans Mono"}) {
+        for (int size = 5; size <= 20; ++size) {
+            const QString ps = scratch.filePath(QStringLiteral("%1.ps").arg(size));
+            PsPrinter printer;
+            printer.setOutputFileName(ps);
+            QPainter p;
+            ASSERT_TRUE(p.begin(&printer));
+            p.setFont(QFont(QString::fromLatin1(family), size));
+            PageUnits units;
+            units.set(p, columns, lines, false, 0, 0);
+            // The snowman is in no text font: it goes through the painter, between straight text.
+            std::vector<QValueList<StringItem>> rows(lines);
+            rows[0] << item(0, 0, 9, QStringLiteral("first"), 2);
+            rows[1] << item(4, 1, 12, QStringLiteral("snow ☃"), 3);
+            rows[2] << item(0, 2, 9, QStringLiteral("soft\u00adhyphen"), 2);
+            rows[3] << item(20, 3, 9, QStringLiteral("last"), 4);
+            ItemPainter(p, units).draw_page(rows);
+            ASSERT_TRUE(p.end());
+            EXPECT_EQ(testsupport::pdf_words(testsupport::make_pdf(ps)).join(u' '),
+                      QStringLiteral("first snow ☃ soft-hyphen last"))
+                << family << size;
+        }
+    }
+}
+
 TEST_F(ItemPainting, textTakesTheSamePlaceStraightAndThroughThePainter) {
     QTemporaryDir scratch;
     QString boxes[2];

@@ -4,9 +4,11 @@
 
 #include <QDir>
 #include <QFontMetricsF>
+#include <QGlyphRun>
 #include <QPageLayout>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRawFont>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
@@ -349,6 +351,131 @@ TEST_F(PsPrinterPdf, pagesStandOnTheirOwn) {
     write_file(ps_, job);
     EXPECT_EQ(pdf_words(make_pdf(ps_)), QStringList{QStringLiteral("second")});
     EXPECT_GE(job.count("1 0 0 c"), 1);
+}
+
+TEST_F(PsPrinterPdf, linesStayShortWhateverTheyHold) {
+    print([](QPainter& p) {
+        p.setFont(QFont(QStringLiteral("Liberation Mono"), 5));
+        p.drawText(100, 300, QString(100, u'é') + QString(60, u'('));
+    });
+    EXPECT_EQ(words(), QString(100, u'é') + QString(60, u'('));
+    for (const QByteArray& line : read_file(ps_).split('\n'))
+        EXPECT_LE(line.size(), 255);
+}
+
+TEST_F(PsPrinterPdf, titlesCannotBreakTheirComments) {
+    printer_.setDocName(QStringLiteral("a (( b \\ c"));
+    printer_.setCreator(QStringLiteral("x)"));
+    print([](QPainter&) {});
+    EXPECT_TRUE(read_file(ps_).contains("%%Title: (a \\(\\( b \\\\ c)\n"));
+    EXPECT_TRUE(read_file(ps_).contains("%%Creator: (x\\))\n"));
+}
+
+TEST_F(PsPrinterPdf, aStretchedFontLeavesItsFaceAlone) {
+    const auto width_of_last_word = [this] {
+        const QString box = QString::fromUtf8(
+            run(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), pdf_, QStringLiteral("-")})
+                .out);
+        static const QRegularExpression word(
+            QStringLiteral("xMin=\"([0-9.]+)\".*xMax=\"([0-9.]+)\".*>Hamburgefonts<"));
+        const auto match = word.match(box);
+        return match.captured(2).toDouble() - match.captured(1).toDouble();
+    };
+    print_text("Nimbus Sans", QStringLiteral("Hamburgefonts"));
+    const double plain = width_of_last_word();
+    print([](QPainter& p) {
+        QFont font(QStringLiteral("Nimbus Sans"), 12);
+        font.setStretch(50);
+        p.setFont(font);
+        p.drawText(100, 200, QStringLiteral("narrow"));
+        font.setStretch(QFont::Unstretched);
+        p.setFont(font);
+        p.drawText(100, 600, QStringLiteral("Hamburgefonts"));
+    });
+    EXPECT_GT(plain, 50);
+    EXPECT_NEAR(width_of_last_word(), plain, 0.5);
+}
+
+TEST_F(PsPrinterPdf, glyphRunsArePainted) {
+    print([](QPainter& p) {
+        const QRawFont font = QRawFont::fromFont(QFont(QStringLiteral("Liberation Mono"), 12));
+        QGlyphRun glyphs;
+        QRawFont large = font;
+        large.setPixelSize(1000);
+        glyphs.setRawFont(large);
+        glyphs.setGlyphIndexes(large.glyphIndexesForString(QStringLiteral("█")));
+        glyphs.setPositions({QPointF(0, 0)});
+        p.drawGlyphRun(QPointF(400, 1400), glyphs);
+    });
+    EXPECT_EQ(pixel(700, 1100), QColor(Qt::black));
+}
+
+TEST_F(PsPrinterPdf, decomposedAccentsAndSmallCapitalsComeBack) {
+    print([](QPainter& p) {
+        QFont font(QStringLiteral("Liberation Sans"), 12);
+        p.setFont(font);
+        p.drawText(100, 300, QStringLiteral("cafe\u0301"));
+        font.setCapitalization(QFont::SmallCaps);
+        p.setFont(font);
+        p.drawText(100, 600, QStringLiteral("caps"));
+    });
+    EXPECT_EQ(words().normalized(QString::NormalizationForm_C).toLower(),
+              QStringLiteral("café caps"));
+}
+
+TEST_F(PsPrinterPdf, aMadeUpSlantIsTheSameForEveryFace) {
+    // Neither face has an italic; one is embedded by its tables, the other by its outlines.
+    for (const char* family : {"Liberation Sans Narrow", "Standard Symbols PS"}) {
+        const QString sign = QStringLiteral("|");
+        print([&](QPainter& p) {
+            QFont font(QString::fromLatin1(family), 200);
+            font.setItalic(true);
+            p.setFont(font);
+            p.drawText(1000, 2500, sign);
+        });
+        const QImage page = pdf_picture(pdf_, 1, 75);
+        QImage shown(4000, 4000, QImage::Format_RGB32);
+        shown.fill(Qt::white);
+        shown.setDotsPerMeterX(23622);
+        shown.setDotsPerMeterY(23622);
+        QPainter p(&shown);
+        QFont font(QString::fromLatin1(family), 200);
+        font.setItalic(true);
+        p.setFont(font);
+        p.drawText(1000, 2500, sign);
+        p.end();
+        const auto width = [](const QImage& image) {
+            int left = image.width();
+            int right = 0;
+            for (int y = 0; y < image.height(); ++y) {
+                for (int x = 0; x < image.width(); ++x) {
+                    if (qGray(image.pixel(x, y)) < 128) {
+                        left = std::min(left, x);
+                        right = std::max(right, x);
+                    }
+                }
+            }
+            return right - left;
+        };
+        EXPECT_NEAR(width(page), width(shown) / 8.0, 4) << family;
+    }
+}
+
+TEST_F(PsPrinterPdf, anAbsurdSizeIsNoHarm) {
+    print([](QPainter& p) {
+        p.setFont(QFont(QStringLiteral("Liberation Mono"), 20000));
+        p.drawText(100, 300, QStringLiteral("huge"));
+    });
+}
+
+TEST_F(PsPrinterPdf, aFlatTransformationPaintsNothing) {
+    print([](QPainter& p) {
+        p.scale(1, 0);
+        p.setPen(QPen(Qt::black, 10));
+        p.drawLine(0, 0, 1000, 1000);
+        p.drawText(100, 100, QStringLiteral("flat"));
+    });
+    EXPECT_FALSE(read_file(ps_).contains("flat"));
 }
 
 TEST_F(PsPrinterPdf, boldAndItalicWithoutAFaceOfTheirOwnAreMadeUp) {

@@ -188,13 +188,12 @@ TEST_F(PsPrinterState, aDiskThatFillsUpWhilePaintingIsAnError) {
     const rlimit small{512 * 1024, old.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
     QPainter p;
-    bool painting = p.begin(&printer_);
-    EXPECT_TRUE(painting);
-    for (int page = 0; page < 2000 && painting; ++page) {
+    ASSERT_TRUE(p.begin(&printer_));
+    for (int i = 0; i < 2000; ++i)
         p.drawText(100, 100, QString(1000, u'x'));
-        painting = printer_.newPage();
-    }
-    EXPECT_FALSE(painting);
+    EXPECT_EQ(printer_.printerState(), QPrinter::Error);
+    EXPECT_FALSE(printer_.errorString().isEmpty());
+    EXPECT_FALSE(printer_.newPage());
     EXPECT_EQ(printer_.printerState(), QPrinter::Error);
     p.drawText(100, 100, QStringLiteral("no effect"));
     p.end();
@@ -237,6 +236,20 @@ TEST_F(PsPrinterState, withoutLpTheJobGoesToLpr) {
     EXPECT_FALSE(read_file(path("job")).contains("NumCopies"));
 }
 
+TEST_F(PsPrinterState, lpIsToldTheCopiesAndTheirOrder) {
+    write_script(bin() + QStringLiteral("/lp"), "printf '%s\\n' \"$@\" > " +
+                                                    path("args").toLocal8Bit() +
+                                                    "\n/bin/cat > /dev/null\n");
+    const EnvironmentGuard search("PATH", bin().toLocal8Bit());
+    printer_.setPrinterName(QStringLiteral("laser"));
+    printer_.setCopyCount(3);
+    printer_.setCollateCopies(false);
+    QPainter p;
+    ASSERT_TRUE(p.begin(&printer_));
+    EXPECT_TRUE(p.end());
+    EXPECT_EQ(read_file(path("args")), "-d\nlaser\n-n\n3\n-o\ncollate=false\n");
+}
+
 TEST_F(PsPrinterState, aSpoolersStatusIsKnownThoughSigchldIsIgnored) {
     write_script(bin() + QStringLiteral("/lp"), "/bin/cat > /dev/null; exit 3\n");
     const EnvironmentGuard search("PATH", bin().toLocal8Bit());
@@ -247,6 +260,50 @@ TEST_F(PsPrinterState, aSpoolersStatusIsKnownThoughSigchldIsIgnored) {
     EXPECT_EQ(std::signal(SIGCHLD, old_handler), SIG_IGN);
     EXPECT_EQ(printer_.printerState(), QPrinter::Error);
     EXPECT_EQ(printer_.errorString(), QStringLiteral("lp failed with status 3"));
+}
+
+TEST_F(PsPrinterState, aStatusIsKnownThoughTheHostIgnoresSigchldInTheMiddle) {
+    write_script(bin() + QStringLiteral("/lp"), "/bin/cat > /dev/null; exit 3\n");
+    const EnvironmentGuard search("PATH", bin().toLocal8Bit());
+    PsPrinter other;
+    QPainter p;
+    QPainter q;
+    const auto old_handler = std::signal(SIGCHLD, SIG_DFL);
+    ASSERT_TRUE(p.begin(&printer_));
+    ASSERT_TRUE(q.begin(&other));
+    std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_FALSE(p.end());
+    EXPECT_FALSE(q.end());
+    EXPECT_EQ(std::signal(SIGCHLD, old_handler), SIG_IGN);
+    EXPECT_EQ(printer_.printerState(), QPrinter::Error);
+    EXPECT_EQ(other.printerState(), QPrinter::Error);
+}
+
+TEST_F(PsPrinterState, theSpoolersInputIsAPipe) {
+    write_script(bin() + QStringLiteral("/lp"),
+                 "/bin/cat /dev/stdin > " + path("job").toLocal8Bit() + "\n");
+    const EnvironmentGuard search("PATH", bin().toLocal8Bit());
+    QPainter p;
+    ASSERT_TRUE(p.begin(&printer_));
+    EXPECT_TRUE(p.end()) << printer_.errorString().toStdString();
+    EXPECT_TRUE(read_file(path("job")).endsWith("%%EOF\n"));
+}
+
+TEST_F(PsPrinterState, aLargeJobArrivesWhole) {
+    write_script(bin() + QStringLiteral("/lp"),
+                 "/bin/sleep 0.2; /bin/cat > " + path("job").toLocal8Bit() + "\n");
+    const EnvironmentGuard search("PATH", bin().toLocal8Bit());
+    QPainter p;
+    ASSERT_TRUE(p.begin(&printer_));
+    for (int page = 0; page < 500; ++page) {
+        p.drawText(100, 100, QString(1000, u'x'));
+        ASSERT_TRUE(printer_.newPage());
+    }
+    EXPECT_TRUE(p.end());
+    const QByteArray job = read_file(path("job"));
+    EXPECT_GT(job.size(), 500 * 1000);
+    EXPECT_EQ(job.count("\n%%Page: "), 501);
+    EXPECT_TRUE(job.endsWith("%%EOF\n"));
 }
 
 TEST_F(PsPrinterState, noSpoolerIsAnError) {
