@@ -93,7 +93,9 @@ void PsTextFont::find_pitch(const QFont& font) {
 }
 
 bool PsTextFont::can_load(const QFont& font) {
-    return face_of(font).isValid();
+    // Where there is no face at all the toolkit hands out boxes, which have neither name nor size.
+    const QRawFont face = face_of(font);
+    return face.isValid() && face.pixelSize() > 0;
 }
 
 bool PsTextFont::needs_layout(const QFont& font) {

@@ -178,6 +178,18 @@ TEST_F(Pdf, AMissingToolIsNamedWithItsPackage) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
+TEST_F(Pdf, AMachineWithoutFontsIsTold) {
+    write(QStringLiteral("fonts.conf"),
+          "<?xml version=\"1.0\"?><fontconfig><dir>/nonexistent</dir></fontconfig>");
+    environment_.insert(QStringLiteral("FONTCONFIG_FILE"), path(QStringLiteral("fonts.conf")));
+    write(in, small_report);
+    write(out, "earlier");
+    expect_failure(pdf(in),
+                   "cannot write the PostScript: no font can be loaded for \"Courier New\"");
+    EXPECT_EQ(read(out), "earlier");
+    EXPECT_EQ(scratch(), QStringList());
+}
+
 TEST_F(Pdf, AFailingToolLeavesTheEarlierFile) {
     write(in, small_report);
     write(out, "earlier");
