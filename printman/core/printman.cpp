@@ -62,11 +62,13 @@ public:
 
     PrintmanProgress progress;
     QString job_error;
+    bool canceled = false; ///< by the progress function, in the last operation
     int cell_width = 0;
     int cell_height = 0;
 
     void make_printer();
     bool printing_aborted() const;
+    void write_text(OutputFile& out);
     bool add_marker(int row, const MarkerParse& parse);
 };
 
@@ -80,6 +82,13 @@ void CPrintMan::Private::make_printer() {
 
 bool CPrintMan::Private::printing_aborted() const {
     return printer && printer->printerState() == QPrinter::Aborted;
+}
+
+void CPrintMan::Private::write_text(OutputFile& out) {
+    PrintmanProgress asked;
+    if (progress)
+        asked = [this](int done, int total) { return !(canceled = !progress(done, total)); };
+    job_error = write_report_text(report, fields, out, asked);
 }
 
 bool CPrintMan::Private::add_marker(int row, const MarkerParse& parse) {
@@ -126,7 +135,8 @@ int CPrintMan::close_rpt_buffer() {
 }
 
 void CPrintMan::add_rpt_page(const char* data, int size) {
-    d->report.add_page(data, size);
+    const bool added = d->report.add_page(data, size);
+    d->job_error = added ? QString() : tr("the page cannot be added to the report file");
 }
 
 int CPrintMan::get_scr_size() {
@@ -168,6 +178,7 @@ int CPrintMan::get_rpt_page(char* buffer, int size, int request) {
 int CPrintMan::save_rpt_file(QWidget* parent, const char* path) {
     if (!path || !*path)
         return 0;
+    d->canceled = false;
     OutputFile out;
     if (!out.open(path)) {
         d->job_error = out.error();
@@ -175,11 +186,11 @@ int CPrintMan::save_rpt_file(QWidget* parent, const char* path) {
         if (parent)
             parent->setCursor(Qt::WaitCursor);
         init_scr_buffer(0, 0);
-        d->job_error = write_report_text(d->report, d->fields, out, d->progress);
+        d->write_text(out);
         if (parent)
             parent->setCursor(Qt::ArrowCursor);
     }
-    if (!last_job_ok() && parent)
+    if (!last_job_ok() && !d->canceled && parent)
         show_open_error(parent, path);
     return last_job_ok();
 }
@@ -193,7 +204,7 @@ int CPrintMan::write_rpt_text(const char* path) {
     else if (!out.open(path))
         d->job_error = out.error();
     else
-        d->job_error = write_report_text(d->report, d->fields, out, d->progress);
+        d->write_text(out);
     return last_job_ok();
 }
 

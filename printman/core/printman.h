@@ -63,7 +63,8 @@ public:
     /// Closes it again: the result of fclose, EOF when it is not open.
     int close_rpt_buffer();
 
-    /// Appends @p size bytes, the page's delimiter lines included, to the report file.
+    /// Appends @p size bytes, the page's delimiter lines included, to the report file. Whether that
+    /// succeeded is what last_job_ok() says.
     void add_rpt_page(const char* data, int size);
 
     /// Reads the page geometry from the report's first top line; -1 when the file cannot be opened,
@@ -101,7 +102,8 @@ public:
     /// Saves the report as plain text, after it has indexed it once more: a report that was indexed
     /// before is written again for each time. See write_rpt_text() for a save without that.
     ///
-    /// @param parent where a warning is shown when the file cannot be written; may be null
+    /// @param parent where a warning is shown when the file cannot be written, unless the progress
+    ///               function stopped it; may be null
     /// @return 1, also for a report without geometry, which yields an empty file; 0 on failure, and
     ///         an earlier file is then as it was
     int save_rpt_file(QWidget* parent, const char* path);

@@ -398,6 +398,34 @@ TEST_F(PrintMan, progressIsToldAndStops) {
     EXPECT_EQ(read_file(QString::fromLocal8Bit(path("1"))), "earlier");
 }
 
+TEST_F(PrintMan, aSaveThatWasStoppedShowsNoWarning) {
+    adopt(three_pages);
+    manager_.set_progress([](int, int) { return false; });
+    QWidget parent;
+    bool shown = false;
+    QTimer::singleShot(0, &parent, [&] {
+        if (QWidget* box = QApplication::activeModalWidget()) {
+            shown = true;
+            box->close();
+        }
+    });
+    EXPECT_EQ(manager_.save_rpt_file(&parent, path("1").constData()), 0);
+    QApplication::processEvents();
+    EXPECT_FALSE(shown);
+    EXPECT_EQ(files(), QStringList{QStringLiteral("r.rpt")});
+}
+
+TEST_F(PrintMan, aPageThatCannotBeAddedIsTold) {
+    testhost::set("TMPDIR", "/no/such/directory");
+    manager_.init_printman();
+    manager_.add_rpt_page("x", 1);
+    EXPECT_FALSE(manager_.last_job_ok());
+    testhost::set("TMPDIR", scratch_.path().toLocal8Bit());
+    manager_.init_printman();
+    manager_.add_rpt_page("x", 1);
+    EXPECT_TRUE(manager_.last_job_ok());
+}
+
 TEST_F(PrintMan, destructionLeavesTheReportFile) {
     {
         CPrintMan other;
