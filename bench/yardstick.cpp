@@ -43,6 +43,10 @@ void Yardstick::add_line(std::string& report, int row) {
         line += marker + std::string(amount) + std::string(6, ' ');
         cells += std::string(amount) + std::string(6, ' ');
     }
+    if (row % 2 == 0) {
+        line += "#!?L125,6,6;CR " + std::string(3, static_cast<char>('A' + row % 26));
+        cells += "CR " + std::string(3, static_cast<char>('A' + row % 26));
+    }
     cells.erase(cells.find_last_not_of(' ') + 1);
     line.erase(line.find_last_not_of(' ') + 1);
     report += line + '\n';
