@@ -24,9 +24,7 @@ double index_report(CPrintMan& manager, const std::string& report, int pages) {
     return elapsed.count();
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+void measure(int argc, char** argv) {
     const int rounds = bench::number_argument(argc, argv, 1, 7);
     const int pages = bench::number_argument(argc, argv, 2, 50000);
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
@@ -72,5 +70,10 @@ int main(int argc, char** argv) {
     std::printf("  LC_ALL=C grep -c   %7.3f s; the index takes %.2f x\n", plain, index / plain);
     std::printf("  memory             %7.1f bytes a page\n",
                 static_cast<double>(grown) / static_cast<double>(pages));
-    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return bench::run_measurement(argc, argv, measure);
 }

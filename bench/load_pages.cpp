@@ -48,9 +48,7 @@ void print_row(const char* name, const std::vector<double>& times) {
                 bench::quantile(times, 1));
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+void measure(int argc, char** argv) {
     const int pages = std::max(2, bench::number_argument(argc, argv, 1, 50000));
     setenv("QT_QPA_PLATFORM", "offscreen", 1);
     // The toolkit's remarks are none of the measurement's.
@@ -88,5 +86,10 @@ int main(int argc, char** argv) {
     print_row("from end to end", jumps);
     std::printf("  memory grew by %.2f bytes a page\n",
                 static_cast<double>(grown) / static_cast<double>(pages));
-    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return bench::run_measurement(argc, argv, measure);
 }

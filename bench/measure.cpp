@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <stdexcept>
 #include <string_view>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -66,8 +67,17 @@ void expect_success(const std::vector<std::string>& command, int status) {
 } // namespace
 
 void fail(const std::string& message) {
-    std::fprintf(stderr, "%s\n", message.c_str());
-    std::exit(1);
+    throw std::runtime_error(message);
+}
+
+int run_measurement(int argc, char** argv, void (*measure)(int argc, char** argv)) {
+    try {
+        measure(argc, argv);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "%s\n", error.what());
+        return 1;
+    }
+    return 0;
 }
 
 Run run(const std::vector<std::string>& command) {

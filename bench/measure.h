@@ -14,14 +14,19 @@ struct Run {
 
 /// Runs @p command, a program on PATH and its arguments, with standard input from /dev/null.
 ///
-/// The program ends with a message and status 1 when the command cannot be run or fails.
+/// fail() is called when the command cannot be run or fails.
 Run run(const std::vector<std::string>& command);
 
 /// Runs @p command as run() does, and gives what it writes to standard output.
 std::string output_of(const std::vector<std::string>& command);
 
-/// Ends the program with a message and status 1.
+/// Ends the measurement with a message; what it made is removed.
 [[noreturn]] void fail(const std::string& message);
+
+/// The body of main(): runs @p measure.
+///
+/// @return 0, or 1 when it failed
+int run_measurement(int argc, char** argv, void (*measure)(int argc, char** argv));
 
 /// The value below which a share of the values lies; a median has @p share 0.5. There must be one.
 double quantile(std::vector<double> values, double share);

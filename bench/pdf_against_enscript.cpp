@@ -87,9 +87,7 @@ void print_row(const char* name, const Run& run, const Peer& peer) {
                 run.seconds / peer.pipe, run.seconds / peer.steps, run.cpu_seconds, run.peak_mib);
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
+void measure(int argc, char** argv) {
     const int rounds = bench::number_argument(argc, argv, 1, 7);
     const int pages = bench::number_argument(argc, argv, 2, 1000);
 
@@ -166,5 +164,10 @@ int main(int argc, char** argv) {
         bench::fail("the PDFs have not the same pages: nothing was compared");
     if (our.words != words || peer.words != words)
         bench::fail("a PDF lacks words of the report: nothing was compared");
-    return 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    return bench::run_measurement(argc, argv, measure);
 }
