@@ -42,7 +42,6 @@ QRect ps_paint_area(const QPageLayout& layout, int resolution) {
 
 bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
     setup_ = setup;
-    page_.set_resolution(setup.resolution);
     std::string directory;
     if (setup.output_file.isEmpty()) {
         sink_ = make_spooler_sink(setup.printer_name, setup.copies, setup.collate);

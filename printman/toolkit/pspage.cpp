@@ -9,6 +9,8 @@ namespace printman {
 namespace {
 
 constexpr int path_decimals = 2; // of a device pixel
+// Fine enough that equal distances stay equal in a PDF, which is smaller for it.
+constexpr int position_decimals = 3;
 constexpr int matrix_decimals = 6;
 constexpr int color_decimals = 3;
 
@@ -33,11 +35,6 @@ std::string_view PsPage::procedures() {
            "/J/setlinecap load def/j/setlinejoin load def/M/setmiterlimit load def\n"
            // The deflated data may end before the filter around it has seen its own end.
            "/i{image Y flushfile}bind def\n";
-}
-
-void PsPage::set_resolution(int dpi) {
-    constexpr int fine = 300;
-    position_decimals_ = dpi < fine ? 2 : 1;
 }
 
 void PsPage::reset() {
@@ -87,8 +84,8 @@ void PsPage::show(const PsFont& font, int encoding, const QTransform& font_matri
         out_ << "f\n";
     }
     out_.string(codes);
-    out_.number(baseline.x(), position_decimals_) << ' ';
-    out_.number(baseline.y(), position_decimals_) << " s\n";
+    out_.number(baseline.x(), position_decimals) << ' ';
+    out_.number(baseline.y(), position_decimals) << " s\n";
 }
 
 void PsPage::show_thick(const PsFont& font, int encoding, const QTransform& font_matrix,
@@ -96,8 +93,8 @@ void PsPage::show_thick(const PsFont& font, int encoding, const QTransform& font
                         double stroke) {
     show(font, encoding, font_matrix, baseline, codes, color);
     out_ << "q n ";
-    out_.number(baseline.x(), position_decimals_) << ' ';
-    out_.number(baseline.y(), position_decimals_) << " moveto ";
+    out_.number(baseline.x(), position_decimals) << ' ';
+    out_.number(baseline.y(), position_decimals) << " moveto ";
     out_.string(codes) << " true charpath ";
     out_.number(stroke * std::sqrt(std::abs(font_matrix.determinant())), path_decimals)
         << " w S Q\n";

@@ -22,10 +22,6 @@ public:
 
     explicit PsPage(PsStream& out) : out_(out) {}
 
-    /// Positions of text are written to a tenth of a device pixel, on coarse devices to a
-    /// hundredth.
-    void set_resolution(int dpi);
-
     /// Forgets the graphics state, for a new page.
     void reset();
 
@@ -58,7 +54,6 @@ private:
     void matrix(const QTransform& m);
 
     PsStream& out_;
-    int position_decimals_ = 1;
     QRgb color_ = 0;
     bool color_known_ = false;
     bool clipped_ = false;

@@ -197,8 +197,8 @@ PsTextFont* PsPaintEngine::text_font(const QFont& font) {
         return nullptr;
     }
     font_ = font;
-    text_font_ = std::make_unique<PsTextFont>(job->fonts(), font,
-                                              printer_.metric(QPaintDevice::PdmDpiY));
+    text_font_ =
+        std::make_unique<PsTextFont>(job->fonts(), font, printer_.metric(QPaintDevice::PdmDpiY));
     return text_font_.get();
 }
 

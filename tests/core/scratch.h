@@ -48,7 +48,7 @@ public:
 
     /// Replaces what the file holds; the name under which it can be opened.
     std::string write(std::string_view bytes) const {
-        const std::string path = "/proc/self/fd/" + std::to_string(fd_);
+        std::string path = "/proc/self/fd/" + std::to_string(fd_);
         std::ofstream(path, std::ios::binary) << bytes;
         return path;
     }

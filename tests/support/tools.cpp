@@ -49,7 +49,8 @@ QImage pdf_picture(const QString& pdf, int page, int dpi) {
     const QString number = QString::number(page);
     run(QStringLiteral("pdftoppm"),
         {QStringLiteral("-png"), QStringLiteral("-singlefile"), QStringLiteral("-r"),
-         QString::number(dpi), QStringLiteral("-f"), number, QStringLiteral("-l"), number, pdf, pdf});
+         QString::number(dpi), QStringLiteral("-f"), number, QStringLiteral("-l"), number, pdf,
+         pdf});
     return QImage(pdf + QStringLiteral(".png"));
 }
 
