@@ -9,6 +9,7 @@ namespace printman {
 
 namespace {
 
+constexpr QChar soft_hyphen(0xad);
 constexpr int last_ascii = 0x7e;
 constexpr int first_upper = 0xa0;
 
@@ -19,7 +20,6 @@ bool is_printable_latin1(int c) {
 } // namespace
 
 QString shown_text(const QString& text) {
-    constexpr QChar soft_hyphen(0xad);
     const auto is_replaced = [](QChar c) { return c == u'\t' || c == u'\r' || c == soft_hyphen; };
     if (std::none_of(text.begin(), text.end(), is_replaced))
         return text;
