@@ -9,9 +9,9 @@
 #include <QDir>
 #include <QImage>
 #include <QMessageBox>
+#include <QMetaObject>
 #include <QPainter>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -343,16 +343,19 @@ TEST_F(PrintMan, aFileThatCannotBeOpenedIsShownAndIndexesNothing) {
 
     QWidget parent;
     QString title, text, button;
-    QTimer::singleShot(0, &parent, [&] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        ASSERT_NE(box, nullptr);
-        title = box->windowTitle();
-        text = box->text();
-        button = box->buttons().value(0)->text();
-        EXPECT_EQ(box->buttons().size(), 1);
-        EXPECT_EQ(box->icon(), QMessageBox::Warning);
-        box->buttons().value(0)->click();
-    });
+    QMetaObject::invokeMethod(
+        &parent,
+        [&] {
+            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            ASSERT_NE(box, nullptr);
+            title = box->windowTitle();
+            text = box->text();
+            button = box->buttons().value(0)->text();
+            EXPECT_EQ(box->buttons().size(), 1);
+            EXPECT_EQ(box->icon(), QMessageBox::Warning);
+            box->buttons().value(0)->click();
+        },
+        Qt::QueuedConnection);
     EXPECT_EQ(manager_.save_rpt_file(&parent, nowhere.constData()), 0);
     EXPECT_EQ(title, QStringLiteral("File Open Error"));
     EXPECT_EQ(text, QStringLiteral("Can not open file: ") + QString::fromLocal8Bit(nowhere));
@@ -403,12 +406,15 @@ TEST_F(PrintMan, aSaveThatWasStoppedShowsNoWarning) {
     manager_.set_progress([](int, int) { return false; });
     QWidget parent;
     bool shown = false;
-    QTimer::singleShot(0, &parent, [&] {
-        if (QWidget* box = QApplication::activeModalWidget()) {
-            shown = true;
-            box->close();
-        }
-    });
+    QMetaObject::invokeMethod(
+        &parent,
+        [&] {
+            if (QWidget* box = QApplication::activeModalWidget()) {
+                shown = true;
+                box->close();
+            }
+        },
+        Qt::QueuedConnection);
     EXPECT_EQ(manager_.save_rpt_file(&parent, path("1").constData()), 0);
     QApplication::processEvents();
     EXPECT_FALSE(shown);
