@@ -11,6 +11,7 @@
 #include <QMessageBox>
 #include <QMetaObject>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QTemporaryDir>
 #include <QWidget>
 #include <gtest/gtest.h>
@@ -301,6 +302,22 @@ TEST_F(PrintMan, aPagePaintsOnAnImageAndOnAPrinter) {
     EXPECT_EQ(manager_.print_page(&p), 1);
     EXPECT_TRUE(p.end());
     EXPECT_TRUE(read_file(scratch_.filePath(QStringLiteral("a.ps"))).contains("(one)"));
+}
+
+TEST_F(PrintMan, pagesPaintOnAPdfWriter) {
+    adopt(three_pages);
+    const QString pdf = scratch_.filePath(QStringLiteral("a.pdf"));
+    QPdfWriter writer(pdf);
+    QPainter p(&writer);
+    p.setFont(QFont(QStringLiteral("Liberation Mono"), 12));
+    manager_.set_logical_unit(&p, 0, 0, 0);
+    for (int page = manager_.get_rpt_page(1); page; page = manager_.get_rpt_page(2)) {
+        if (manager_.get_cur_page() > 1)
+            writer.newPage();
+        EXPECT_EQ(manager_.print_page(&p), 1);
+    }
+    ASSERT_TRUE(p.end());
+    EXPECT_EQ(testsupport::pdf_words(pdf).join(u' '), QStringLiteral("one two three"));
 }
 
 TEST_F(PrintMan, savingTwiceWritesEveryPageTwice) {
