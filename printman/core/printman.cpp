@@ -69,7 +69,7 @@ public:
     void make_printer();
     bool printing_aborted() const;
     void write_text(OutputFile& out);
-    bool add_marker(int row, const MarkerParse& parse);
+    void add_marker(int row, const MarkerParse& parse);
 };
 
 void CPrintMan::Private::make_printer() {
@@ -91,10 +91,9 @@ void CPrintMan::Private::write_text(OutputFile& out) {
     job_error = write_report_text(report, fields, out, asked);
 }
 
-bool CPrintMan::Private::add_marker(int row, const MarkerParse& parse) {
+void CPrintMan::Private::add_marker(int row, const MarkerParse& parse) {
     if (parse.field)
         fields.add(row, *parse.field);
-    return parse.consumed != 0;
 }
 
 CPrintMan::CPrintMan() : d(std::make_unique<Private>()) {}

@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 
-#include <cstdio>
 #include <string>
 #include <string_view>
 

@@ -1,20 +1,10 @@
-#include "tests/support/testhost.h"
-#include "tests/support/tools.h"
+#include "tests/core/printmanfixture.h"
 
-#include <printman/core/printman.h>
 #include <printman/toolkit/psprinter.h>
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QDir>
 #include <QImage>
-#include <QMessageBox>
-#include <QMetaObject>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QTemporaryDir>
-#include <QWidget>
-#include <gtest/gtest.h>
 
 #include <array>
 #include <climits>
@@ -22,36 +12,6 @@
 
 using testsupport::read_file;
 using testsupport::write_file;
-
-namespace {
-
-/// The manager in a scratch directory that is also TMPDIR.
-class PrintMan : public testing::Test {
-protected:
-    PrintMan() {
-        testhost::reset();
-        testhost::set("TMPDIR", scratch_.path().toLocal8Bit());
-    }
-    ~PrintMan() override { testhost::reset(); }
-
-    QByteArray path(const char* name) const {
-        return scratch_.filePath(QString::fromLatin1(name)).toLocal8Bit();
-    }
-    QStringList files() const { return QDir(scratch_.path()).entryList(QDir::Files); }
-
-    int adopt(const QByteArray& report) {
-        write_file(QString::fromLocal8Bit(path("r.rpt")), report);
-        return manager_.init_printman(path("r.rpt").constData());
-    }
-
-    QTemporaryDir scratch_;
-    CPrintMan manager_;
-};
-
-const QByteArray three_pages = "#!?PAGETOP 10,2\none\n#!?PAGEEND\n#!?PAGETOP\ntwo\n#!?PAGEEND\n"
-                               "#!?PAGETOP\nthree\n#!?PAGEEND\n";
-
-} // namespace
 
 TEST_F(PrintMan, withoutAReportEveryCallReturnsAtOnce) {
     QImage image(20, 20, QImage::Format_RGB32);
@@ -318,135 +278,6 @@ TEST_F(PrintMan, pagesPaintOnAPdfWriter) {
     }
     ASSERT_TRUE(p.end());
     EXPECT_EQ(testsupport::pdf_words(pdf).join(u' '), QStringLiteral("one two three"));
-}
-
-TEST_F(PrintMan, savingTwiceWritesEveryPageTwice) {
-    manager_.init_printman();
-    manager_.add_rpt_page(three_pages.constData(), static_cast<int>(three_pages.size()));
-    EXPECT_EQ(manager_.save_rpt_file(nullptr, path("1").constData()), 1);
-    EXPECT_EQ(manager_.save_rpt_file(nullptr, path("2").constData()), 1);
-    const QByteArray once = "one\n\ntwo\n\nthree\n\n";
-    EXPECT_EQ(read_file(QString::fromLocal8Bit(path("1"))), once);
-    EXPECT_EQ(read_file(QString::fromLocal8Bit(path("2"))), once + once);
-}
-
-TEST_F(PrintMan, writingTheTextDoesNotIndexAgain) {
-    adopt(three_pages);
-    EXPECT_EQ(manager_.write_rpt_text(path("1").constData()), 1);
-    EXPECT_EQ(manager_.write_rpt_text(path("2").constData()), 1);
-    EXPECT_EQ(read_file(QString::fromLocal8Bit(path("2"))), "one\n\ntwo\n\nthree\n\n");
-    EXPECT_EQ(manager_.get_page_count(), 3);
-    EXPECT_TRUE(manager_.last_job_ok());
-}
-
-TEST_F(PrintMan, aReportWithoutGeometrySavesAsAnEmptyFile) {
-    adopt("no report at all\n");
-    EXPECT_EQ(manager_.save_rpt_file(nullptr, path("1").constData()), 1);
-    EXPECT_TRUE(files().contains(QStringLiteral("1")));
-    EXPECT_EQ(read_file(QString::fromLocal8Bit(path("1"))), "");
-    EXPECT_EQ(manager_.write_rpt_text(path("2").constData()), 0);
-    EXPECT_FALSE(files().contains(QStringLiteral("2")));
-    EXPECT_FALSE(manager_.last_job_error().isEmpty());
-}
-
-TEST_F(PrintMan, aFileThatCannotBeOpenedIsShownAndIndexesNothing) {
-    adopt(three_pages);
-    const QByteArray nowhere = path("no/such/dir.txt");
-    EXPECT_EQ(manager_.save_rpt_file(nullptr, nowhere.constData()), 0);
-    EXPECT_EQ(manager_.save_rpt_file(nullptr, nullptr), 0);
-    EXPECT_EQ(manager_.save_rpt_file(nullptr, ""), 0);
-    EXPECT_EQ(manager_.get_page_count(), 3);
-    EXPECT_FALSE(manager_.last_job_ok());
-
-    QWidget parent;
-    QString title, text, button;
-    QMetaObject::invokeMethod(
-        &parent,
-        [&] {
-            auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-            ASSERT_NE(box, nullptr);
-            title = box->windowTitle();
-            text = box->text();
-            button = box->buttons().value(0)->text();
-            EXPECT_EQ(box->buttons().size(), 1);
-            EXPECT_EQ(box->icon(), QMessageBox::Warning);
-            box->buttons().value(0)->click();
-        },
-        Qt::QueuedConnection);
-    EXPECT_EQ(manager_.save_rpt_file(&parent, nowhere.constData()), 0);
-    EXPECT_EQ(title, QStringLiteral("File Open Error"));
-    EXPECT_EQ(text, QStringLiteral("Can not open file: ") + QString::fromLocal8Bit(nowhere));
-    EXPECT_EQ(button, QStringLiteral("Ok"));
-}
-
-TEST_F(PrintMan, aNameThatWouldBecomeAnotherIsRefused) {
-    adopt(three_pages);
-    for (const char* name : {"r\xe9port.txt", "r\xe8port.txt"}) {
-        const QByteArray file = scratch_.path().toLocal8Bit() + '/' + name;
-        EXPECT_EQ(manager_.save_rpt_file(nullptr, file.constData()), 0);
-        EXPECT_EQ(manager_.write_rpt_text(file.constData()), 0);
-    }
-    EXPECT_EQ(files(), QStringList{QStringLiteral("r.rpt")});
-    EXPECT_EQ(
-        manager_.write_rpt_text((scratch_.path().toLocal8Bit() + "/r\xc3\xa9port.txt").constData()),
-        1);
-}
-
-TEST_F(PrintMan, savingShowsTheWaitCursorAndThenTheArrow) {
-    adopt(three_pages);
-    QWidget parent;
-    Qt::CursorShape during = Qt::ArrowCursor;
-    manager_.set_progress([&](int, int) {
-        during = parent.cursor().shape();
-        return true;
-    });
-    EXPECT_EQ(manager_.save_rpt_file(&parent, path("1").constData()), 1);
-    EXPECT_EQ(during, Qt::WaitCursor);
-    EXPECT_EQ(parent.cursor().shape(), Qt::ArrowCursor);
-}
-
-TEST_F(PrintMan, progressIsToldAndStops) {
-    adopt(three_pages);
-    write_file(QString::fromLocal8Bit(path("1")), "earlier");
-    std::vector<std::pair<int, int>> seen;
-    manager_.set_progress([&](int done, int total) {
-        seen.emplace_back(done, total);
-        return done < 2;
-    });
-    EXPECT_EQ(manager_.write_rpt_text(path("1").constData()), 0);
-    EXPECT_EQ(seen, (std::vector<std::pair<int, int>>{{1, 3}, {2, 3}}));
-    EXPECT_EQ(read_file(QString::fromLocal8Bit(path("1"))), "earlier");
-}
-
-TEST_F(PrintMan, aSaveThatWasStoppedShowsNoWarning) {
-    adopt(three_pages);
-    manager_.set_progress([](int, int) { return false; });
-    QWidget parent;
-    bool shown = false;
-    QMetaObject::invokeMethod(
-        &parent,
-        [&] {
-            if (QWidget* box = QApplication::activeModalWidget()) {
-                shown = true;
-                box->close();
-            }
-        },
-        Qt::QueuedConnection);
-    EXPECT_EQ(manager_.save_rpt_file(&parent, path("1").constData()), 0);
-    QApplication::processEvents();
-    EXPECT_FALSE(shown);
-    EXPECT_EQ(files(), QStringList{QStringLiteral("r.rpt")});
-}
-
-TEST_F(PrintMan, aPageThatCannotBeAddedIsTold) {
-    testhost::set("TMPDIR", "/no/such/directory");
-    manager_.init_printman();
-    manager_.add_rpt_page("x", 1);
-    EXPECT_FALSE(manager_.last_job_ok());
-    testhost::set("TMPDIR", scratch_.path().toLocal8Bit());
-    manager_.init_printman();
-    manager_.add_rpt_page("x", 1);
-    EXPECT_TRUE(manager_.last_job_ok());
 }
 
 TEST_F(PrintMan, destructionLeavesTheReportFile) {
