@@ -14,10 +14,26 @@ namespace printman {
 /// toolkit would hide, is shown as a hyphen, tabs and carriage returns as blanks.
 QString shown_text(const QString& text);
 
+/// Where a run of text stands when it is drawn: all that cutting and searching items needs to know
+/// of a painter.
+class TextMeasure {
+public:
+    virtual ~TextMeasure() = default;
+
+    /// The rectangle that @p text covers when it is drawn in @p cell with the alignment @p flags,
+    /// in logical units.
+    virtual QRect bounding_rect(const QRect& cell, int flags, const QString& text) const = 0;
+
+protected:
+    TextMeasure() = default;
+    TextMeasure(const TextMeasure&) = default;
+    TextMeasure& operator=(const TextMeasure&) = default;
+};
+
 /// Measures text as a painter draws it. Everything that needs to know where text stands asks here:
 /// a run is as high as the font's line, at every font and size, which Qt's own bounding rectangle
 /// is not (its layout rounds ascent and descent apart and is often a pixel higher).
-class TextRuler {
+class TextRuler final : public TextMeasure {
 public:
     /// Takes the painter's font and device as they are now. Cost: some 200 character widths.
     explicit TextRuler(const QPainter& p);
@@ -34,7 +50,7 @@ public:
 
     /// The rectangle that @p text covers when it is drawn in @p cell with the alignment @p flags:
     /// as wide as the text, rounded outwards, and one line high.
-    QRect bounding_rect(const QRect& cell, int flags, const QString& text) const;
+    QRect bounding_rect(const QRect& cell, int flags, const QString& text) const override;
 
     /// The same for a text of width @p width.
     QRect bounding_rect(const QRect& cell, int flags, double width) const;

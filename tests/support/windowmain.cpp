@@ -1,0 +1,15 @@
+#include "tests/support/desktop.h"
+
+#include <QApplication>
+#include <gtest/gtest.h>
+
+// A main() for tests of real windows: they open on a display of the program's own.
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    // Listing the tests needs no display.
+    if (testing::GTEST_FLAG(list_tests))
+        return RUN_ALL_TESTS();
+    const testsupport::Desktop desktop;
+    QApplication application(argc, argv);
+    return RUN_ALL_TESTS();
+}
