@@ -166,6 +166,7 @@ void PageRows::Loader::append(int x, int width, const char* text, int length, in
 void PageRows::load(std::span<const char> cells, int columns, int lines,
                     const EscapeTable& fields) {
     lines = columns > 0 ? std::max(lines, 0) : 0;
+    ++loads_;
     rows_.resize(lines);
     for (QValueList<StringItem>& row : rows_)
         row.clear();
@@ -181,6 +182,7 @@ void PageRows::add(int row, const StringItem& item) {
 }
 
 void PageRows::release() {
+    ++loads_;
     rows_.clear();
     rows_.shrink_to_fit();
 }

@@ -27,6 +27,9 @@ public:
     /// Gives all lines back.
     void release();
 
+    /// How often a page was loaded: tells whether the rows are still those that were painted.
+    unsigned loads() const { return loads_; }
+
     int size() const { return static_cast<int>(rows_.size()); }
 
     /// The items of line @p row; an empty list for a row outside the page.
@@ -39,6 +42,7 @@ private:
     class Loader;
 
     std::vector<QValueList<StringItem>> rows_;
+    unsigned loads_ = 0;
 };
 
 } // namespace printman

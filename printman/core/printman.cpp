@@ -1,14 +1,8 @@
-#include <printman/core/pagerows.h>
-#include <printman/core/printman.h>
-#include <printman/core/reportbuffer.h>
+#include <printman/core/printmanprivate.h>
 #include <printman/core/reporttext.h>
 #include <printman/printer/hostservices.h>
 #include <printman/render/itempainter.h>
-#include <printman/render/pageunits.h>
-#include <printman/render/zoom.h>
-#include <printman/toolkit/outputfile.h>
 #include <printman/toolkit/pagesizes.h>
-#include <printman/toolkit/psprinter.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -47,30 +41,6 @@ void show_open_error(QWidget* parent, const char* path) {
 }
 
 } // namespace
-
-class CPrintMan::Private {
-public:
-    // Zeroed, the record says that nothing was chosen yet.
-    PrintDest dest{};
-
-    // Destroyed from the last to the first: the report's cells, the fields, the rows, the printer.
-    std::unique_ptr<PsPrinter> printer;
-    PageUnits units;
-    PageRows rows;
-    EscapeTable fields;
-    ReportBuffer report;
-
-    PrintmanProgress progress;
-    QString job_error;
-    bool canceled = false; ///< by the progress function, in the last operation
-    int cell_width = 0;
-    int cell_height = 0;
-
-    void make_printer();
-    bool printing_aborted() const;
-    void write_text(OutputFile& out);
-    void add_marker(int row, const MarkerParse& parse);
-};
 
 void CPrintMan::Private::make_printer() {
     // Qt refuses to make a printer without an application object.
@@ -332,14 +302,6 @@ int CPrintMan::print_page(QPainter* p) {
 void CPrintMan::set_paper_size(int width, int height) {
     d->units.paper_width = width;
     d->units.paper_height = height;
-}
-
-QStringList CPrintMan::zoom_ratio_names() {
-    return zoom_names();
-}
-
-int CPrintMan::zoom_ratio_id(const char* name) {
-    return zoom_ratio(name);
 }
 
 void CPrintMan::set_print_dest(const PrintDest& dest) {

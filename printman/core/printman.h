@@ -8,11 +8,17 @@
 #include <printman/toolkit/qvaluelist.h>
 
 #include <QObject>
+#include <QSize>
 #include <QStringList>
 
+#include <list>
 #include <memory>
 
+class QFont;
 class QPainter;
+class QPixmap;
+class QPoint;
+class QRect;
 class QWidget;
 
 /// The print manager: the one object through which a host shows, prints and exports a report.
@@ -21,9 +27,11 @@ class QWidget;
 /// 1. construct, with a QApplication (or, for the command line, a QGuiApplication) in place;
 /// 2. either init_printman(), then add_rpt_page() for every page and init_scr_buffer(), or
 ///    init_printman(path) on a report file that the host wrote itself;
-/// 3. get_rpt_page(1), then get_rpt_page(2) until it answers 0; after each, paint the page with
+/// 3. show it: load_screenfont(), init_rpt_view() in a window of the host, show_rpt_page(1); the
+///    screen widget's mouse and keys then select, search and copy by themselves;
+/// 4. or get_rpt_page(1), then get_rpt_page(2) until it answers 0; after each, paint the page with
 ///    set_logical_unit() and print_page(), on any paint device;
-/// 4. destroy.
+/// 5. destroy, before or after the window.
 ///
 /// A page request is 0 the current page, 1 the first, 2 the next, 3 the previous, 4 the last.
 ///
@@ -188,11 +196,109 @@ public:
     /// Keeps the paper's width and height for printing.
     void set_paper_size(int width, int height);
 
+    // The page on screen. Sizes and places are in logical pixels.
+
+    /// Makes the view on first use, a scroll view with the screen widget in it, and lays the page
+    /// out in the font, the zoom and the mode (preview or not) of now; nothing is painted yet.
+    /// Outside preview the sheet has the shape of the printer's paper and holds the whole text, and
+    /// the font has its size times the zoom; in preview the whole page fits the view. The widgets
+    /// belong to @p parent, and go with it.
+    ///
+    /// @param parent where the view is made; null keeps that of an earlier call, as do
+    /// @param size   the size of the view, and
+    /// @param font   the font of the page at 100 %
+    /// @return 1, or 0 without page geometry, or without a view and anything to make it for
+    int init_rpt_view(QWidget* parent, const QSize* size, const QFont* font);
+
+    /// Reads the colours, turns to the page of @p request, paints it and shows it at once. Another
+    /// page (@p request 1 to 4) takes the highlights away.
+    ///
+    /// @return 1; 0 without a view, when the request is refused or the page cannot be read (what is
+    ///         shown then stays), or when no image can be made for that zoom (nothing is shown)
+    int show_rpt_page(int request);
+
+    /// Turns to page number @p page, from 1, without walking there, loads its items, and shows it
+    /// where there is a view.
+    ///
+    /// @return 1; 0 when there is no such page or it cannot be read (everything then stays), or as
+    ///         show_rpt_page() when it cannot be shown
+    int goto_rpt_page(int page);
+
+    /// Shows the page's image on the screen widget again; @p widget is that widget.
+    void repaint_rpt_page(QWidget* widget);
+
+    /// Resizes the view; in preview the page is fitted to the new size.
+    void resize(const QSize& size);
+
+    /// Scrolls so that the place @p p of the screen widget is seen, with 50 pixels about it.
+    void scroll_rpt_view(const QPoint& p);
+
+    /// Sets whether the page is to be fitted to the view from the next init_rpt_view() on.
+    void set_preview(bool preview);
+
+    /// The printer's page in device pixels.
+    QSize get_page_size();
+
+    /// Takes the screen font from the settings SCR_FACENAME, SCR_POINTSIZE, SCR_WEIGHT and
+    /// SCR_ITALIC, for the next init_rpt_view(); without a face name everything stays.
+    void load_screenfont();
+
+    /// Takes the colours from the settings KRV_COLOR_SBG and KRV_COLOR_DBG.
+    void load_screencolor();
+
     /// The names of the zoom table, "50%" to "300%".
     QStringList zoom_ratio_names();
 
     /// @return the ratio in percent of the zoom table's row of that exact name, 0 for any other
     int zoom_ratio_id(const char* name);
+
+    // Selection: places are in the logical units in which the page was painted. The measuring
+    // calls need a painter with that font and those units; without one they answer 0.
+
+    /// The leading run of @p item that is at most @p width wide, one character at least: 1; 0, and
+    /// @p out stays, when the whole text fits.
+    int item_left(QPainter* painter, const StringItem& item, int width, StringItem& out);
+
+    /// The trailing run, likewise.
+    int item_right(QPainter* painter, const StringItem& item, int width, StringItem& out);
+
+    /// The run from @p start over @p width.
+    ///
+    /// @return 1
+    int item_center(QPainter* painter, const StringItem& item, int start, int width,
+                    StringItem& out);
+
+    /// The part of @p item under the rectangle @p sel: 1, or 0 when it is not hit.
+    ///
+    /// @param out a fresh item; a full copy of @p item when all of it is covered
+    int get_stringitem(QPainter* painter, const QRect& sel, const StringItem& item,
+                       StringItem& out);
+
+    /// Makes the highlights those pieces of the page that a drag from one place of the screen
+    /// widget to the other covers. Nothing is painted until show_page_hilights().
+    void collect_hilights(const QPoint& from, const QPoint& to);
+
+    /// Paints the highlights, white on black, and the gaps between them when @p merge.
+    void show_page_hilights(bool merge);
+
+    /// Restores the page where something was highlighted that is not any more.
+    void unshow_page_hilights();
+
+    /// Takes every highlight away.
+    void clear_hilights();
+
+    /// Keeps what is drawn at the record's place from being un-shown.
+    void keep_hilight(StringItem& rec);
+
+    /// Keeps the gap at @p r from being un-shown.
+    void keep_himergerect(QRect& r);
+
+    /// Shows the first highlight alone, the next one, the current one, or none of them: 1, or 0
+    /// when there is none; after the last one all are cleared.
+    int first_item_hilight();
+    int next_item_hilight();
+    void show_item_hilight();
+    void unshow_item_hilight();
 
     /// Copies the whole record in.
     void set_print_dest(const PrintDest& dest);
@@ -214,9 +320,31 @@ public:
     /// The items of the loaded page's line @p line, from 0; an empty list for any other.
     const QValueList<StringItem>& page_row(int line) const;
 
+    /// The highlights: pieces of the page, in page order or, of a search, in its order.
+    const std::list<StringItem>& hilights() const;
+
+    /// The image that the screen widget shows; null before there is one.
+    const QPixmap* page_image() const;
+
 public slots:
     /// Aborts the printer's job: print_page() then paints nothing until the job has ended.
     void printing_canceled();
+
+    /// Leaves preview and shows the page at the zoom that was chosen last. The results are those of
+    /// show_rpt_page(); a zoom change takes the highlights away.
+    int zoomin();
+
+    /// Fits the whole page to the view.
+    int zoomout();
+
+    /// Shows the page at the zoom of that name; an unknown name makes it 0 percent, at which the
+    /// font keeps its size.
+    int zoom_rpt_page(const QString& zoomname);
+
+    // What the screen widget's mouse does: a drag selects, a click takes the selection away.
+    void mouse_press(const QPoint& p);
+    void mouse_release(const QPoint& p);
+    void mouse_move(const QPoint& p);
 
 private:
     class Private;

@@ -289,16 +289,17 @@ bool ReportBuffer::allows(int request) const {
     }
 }
 
-bool ReportBuffer::turn_to(int request) {
+int ReportBuffer::page_of(int request) const {
     if (request == page_current || !allows(request))
-        return false;
-    int page = 1;
+        return 0;
     if (request == page_next)
-        page = current_page_ + 1;
-    else if (request == page_previous)
-        page = current_page_ - 1;
-    else if (request == page_last)
-        page = page_count_;
+        return current_page_ + 1;
+    if (request == page_previous)
+        return current_page_ - 1;
+    return request == page_last ? page_count_ : 1;
+}
+
+bool ReportBuffer::turn_to(int page) {
     if (page < 1 || static_cast<size_t>(page) > offsets_.size())
         return false;
     current_page_ = page;
@@ -306,16 +307,25 @@ bool ReportBuffer::turn_to(int request) {
 }
 
 bool ReportBuffer::read_page(int request, std::span<char> cells, EscapeTable& fields) {
-    return read_page(request, cells, fields, Overrun::ends_line);
+    return read(page_of(request), cells, fields, Overrun::ends_line);
 }
 
 bool ReportBuffer::read_page(int request, EscapeTable& fields) {
-    return !cells_.empty() && read_page(request, cells_, fields, Overrun::is_skipped);
+    return !cells_.empty() && read(page_of(request), cells_, fields, Overrun::is_skipped);
 }
 
-bool ReportBuffer::read_page(int request, std::span<char> cells, EscapeTable& fields,
-                             Overrun overrun) {
-    if (!geometry_.known() || !turn_to(request))
+bool ReportBuffer::read_page_number(int page, EscapeTable& fields) {
+    const int before = current_page_;
+    if (cells_.empty() || page > page_count_)
+        return false;
+    const bool done = read(page, cells_, fields, Overrun::is_skipped);
+    if (!done)
+        current_page_ = before;
+    return done;
+}
+
+bool ReportBuffer::read(int page, std::span<char> cells, EscapeTable& fields, Overrun overrun) {
+    if (!geometry_.known() || !turn_to(page))
         return false;
     long size = 0;
     const File file = open_report(file_name_, size);

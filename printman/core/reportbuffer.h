@@ -122,6 +122,12 @@ public:
     /// the markers in it count.
     bool read_page(int request, EscapeTable& fields);
 
+    /// Turns to page number @p page, from 1, without walking there, and reads it into the buffer's
+    /// own cells.
+    ///
+    /// @return false when there is no such page or it cannot be read; the current page then stays
+    bool read_page_number(int page, EscapeTable& fields);
+
     /// Whether the file is now shorter than it was when its pages were indexed last.
     bool has_shrunk() const;
 
@@ -135,8 +141,9 @@ private:
     enum class Overrun { ends_line, is_skipped };
 
     int read_geometry_numbers(long& columns, long& lines) const;
-    bool turn_to(int request);
-    bool read_page(int request, std::span<char> cells, EscapeTable& fields, Overrun overrun);
+    int page_of(int request) const;
+    bool turn_to(int page);
+    bool read(int page, std::span<char> cells, EscapeTable& fields, Overrun overrun);
     bool read_lines(std::FILE* file, std::span<char> cells, EscapeTable& fields, Overrun overrun);
     void place_line(int row, int length, std::span<char> cells, EscapeTable& fields,
                     Overrun overrun) const;

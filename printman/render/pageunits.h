@@ -32,6 +32,10 @@ public:
     /// @param margin_x,margin_y  device pixels to leave free at each side besides
     void set(QPainter& p, int columns, int lines, bool keep, int margin_x, int margin_y);
 
+    /// Measures the painter's font and lays the grid's window into @p area of the device, whatever
+    /// the page margins and no_page_map say.
+    void set_in(QPainter& p, int columns, int lines, const QRect& area);
+
     /// The logical rectangle of a rectangle of cells.
     QRect logical(const QRect& cells) const;
 
@@ -50,6 +54,9 @@ public:
     QSize viewport() const { return viewport_; } ///< its size on the device
 
 private:
+    void measure(const QPainter& p);
+    void lay(QPainter& p, int columns, int lines, const QRect& area);
+
     int char_width_ = 0;
     int line_height_ = 0;
     PixelMargins pixels_;

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <printman/core/escapetable.h>
+#include <printman/core/marker.h>
+#include <printman/core/pagerows.h>
+#include <printman/core/printman.h>
+#include <printman/core/reportbuffer.h>
+#include <printman/render/pageunits.h>
+#include <printman/render/screenview.h>
+#include <printman/select/highlights.h>
+#include <printman/toolkit/outputfile.h>
+#include <printman/toolkit/psprinter.h>
+
+#include <QPoint>
+
+#include <memory>
+
+/// What the door owns: one of each.
+class CPrintMan::Private {
+public:
+    // Zeroed, the record says that nothing was chosen yet.
+    PrintDest dest{};
+
+    // Destroyed from the last to the first: the report's cells, the fields, the rows, the printer.
+    std::unique_ptr<PsPrinter> printer;
+    printman::PageUnits units;
+    printman::PageRows rows;
+    printman::EscapeTable fields;
+    printman::ReportBuffer report;
+    printman::ScreenView screen{units};
+    printman::Highlights highlights{screen, rows, units};
+    QPoint press; ///< where the mouse button went down; (0, 0) when it is no drag
+
+    PrintmanProgress progress;
+    QString job_error;
+    bool canceled = false; ///< by the progress function, in the last operation
+    int cell_width = 0;
+    int cell_height = 0;
+
+    void make_printer();
+    bool printing_aborted() const;
+    void write_text(printman::OutputFile& out);
+    void add_marker(int row, const printman::MarkerParse& parse);
+    bool show_loaded_page(bool is_another);
+};

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <printman/toolkit/export.h>
+
+#include <QPointer>
+#include <QWidget>
+
+class CPrintMan;
+
+/// The widget that shows a report's page. It turns mouse and keys into signals, which it connects
+/// to the owner's slots of the same names, and has the owner paint what it shows.
+///
+/// An owner that is destroyed first leaves a blank widget that does nothing.
+class PRINTMAN_EXPORT CScreen : public QWidget {
+    Q_OBJECT
+
+public:
+    /// @param owner the manager whose page is shown; it is not owned
+    CScreen(CPrintMan* owner, QWidget* parent, const char* name);
+    ~CScreen() override;
+
+signals:
+    // Mouse places are in logical pixels of the widget.
+    void mouse_press(const QPoint& p);
+    void mouse_release(const QPoint& p);
+    void mouse_move(const QPoint& p);
+    void search_text(); ///< Ctrl+F
+    void copy_text();   ///< Ctrl+C
+    void paste_text();  ///< Ctrl+V
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+    /// Drops every key but the three above, without passing it on.
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    QPointer<CPrintMan> owner_;
+};
+
+/// An empty form of 600 x 480 pixels for hosts; the library itself does not make one.
+class PRINTMAN_EXPORT ScreenViewBase : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit ScreenViewBase(QWidget* parent = nullptr, const char* name = nullptr,
+                            Qt::WindowFlags flags = {});
+    ~ScreenViewBase() override;
+
+protected slots:
+    /// Gives the form its caption in the language of now.
+    virtual void languageChange();
+
+protected:
+    void changeEvent(QEvent* event) override;
+};

@@ -1,0 +1,238 @@
+#include <printman/core/pagerows.h>
+#include <printman/render/itempainter.h>
+#include <printman/render/pageunits.h>
+#include <printman/render/screenview.h>
+#include <printman/render/textruler.h>
+#include <printman/select/dragarea.h>
+#include <printman/select/geometry.h>
+#include <printman/select/highlights.h>
+#include <printman/select/itemcutter.h>
+
+#include <QPainter>
+
+#include <algorithm>
+
+namespace printman {
+
+namespace {
+
+void erase_drawn_at(std::list<StringItem>& records, const QRect& place) {
+    const auto at =
+        std::find_if(records.begin(), records.end(),
+                     [&place](const StringItem& record) { return record.drawn == place; });
+    if (at != records.end())
+        records.erase(at);
+}
+
+StringItem source_of(const StringItem& record) {
+    StringItem source;
+    source.text = record.source_text;
+    source.cell = record.source_cell;
+    source.align = static_cast<int16_t>(record.source_align);
+    return source;
+}
+
+StringItem gap_between(const QRect& left, const QRect& right) {
+    StringItem gap;
+    gap.drawn = merge_rect(left, right);
+    gap.cell = right;
+    return gap;
+}
+
+void fill(QPainter& p, const QRect& place, const QColor& colour) {
+    if (!place.isEmpty())
+        p.fillRect(place, colour);
+}
+
+} // namespace
+
+void Highlights::collect(QPoint from, QPoint to) {
+    previous_ = std::move(list_);
+    previous_gaps_ = std::move(gaps_);
+    list_.clear();
+    gaps_.clear();
+    current_ = list_.end();
+    stepping_ = false;
+    QPainter p;
+    if (!screen_.begin_change(p) || !screen_.shows(rows_))
+        return;
+    const auto area = drag_area(from, to, screen_.margin(), units_, screen_.grid().columns);
+    const TextRuler ruler(p);
+    const ItemCutter cutter(ruler);
+    for (int row = 0; row < rows_.size(); ++row) {
+        for (const StringItem& item : rows_.row(row)) {
+            StringItem record;
+            const bool hit = std::any_of(area.begin(), area.end(), [&](const QRect& rectangle) {
+                return cutter.cut(rectangle, item, record);
+            });
+            if (!hit)
+                continue;
+            record.source_text = item.text;
+            record.source_cell = item.cell;
+            record.source_align = item.align;
+            keep(record);
+            list_.push_back(std::move(record));
+        }
+    }
+}
+
+void Highlights::keep(const StringItem& record) {
+    erase_drawn_at(previous_, record.drawn);
+    keep_gap(record.drawn);
+}
+
+void Highlights::keep_gap(const QRect& gap) {
+    erase_drawn_at(previous_gaps_, gap);
+}
+
+void Highlights::draw_text(QPainter& p, const StringItem& record) {
+    if (record.drawn.isEmpty())
+        return;
+    // The text's ink may not leave the place that is restored later.
+    p.setClipRect(record.drawn);
+    ItemPainter(p, units_).draw_highlight(record);
+}
+
+void Highlights::show(bool merge) {
+    if (list_.empty())
+        return;
+    stepping_ = false;
+    QPainter p;
+    if (!screen_.begin_change(p))
+        return;
+    if (merge) {
+        for (auto left = list_.begin(), right = std::next(left); right != list_.end();
+             left = right++) {
+            if (right->drawn.top() == left->drawn.top())
+                gaps_.push_back(gap_between(left->drawn, right->drawn));
+        }
+    }
+    repaint(p);
+    p.end();
+    screen_.show_image();
+}
+
+void Highlights::repaint(QPainter& p) {
+    if (stepping_) {
+        if (current_ == list_.end())
+            return;
+        fill(p, current_->drawn, Qt::black);
+        p.setPen(Qt::white);
+        draw_text(p, *current_);
+        return;
+    }
+    for (const StringItem& gap : gaps_)
+        fill(p, gap.drawn, Qt::black);
+    for (const StringItem& record : list_)
+        fill(p, record.drawn, Qt::black);
+    p.setPen(Qt::white);
+    for (const StringItem& record : list_)
+        draw_text(p, record);
+}
+
+void Highlights::restore(QPainter& p, const QRect& place, const StringItem* record) {
+    if (place.isEmpty())
+        return;
+    p.setClipRect(place);
+    p.fillRect(place, screen_.colours.page);
+    p.setPen(screen_.colours.text);
+    ItemPainter painter(p, units_);
+    bool has_source = false;
+    if (screen_.shows(rows_)) {
+        // What hangs over from a neighbour was hidden too.
+        const QRect reach = place.adjusted(-units_.line_height(), 0, units_.line_height(), 0);
+        const int line_height = std::max(1, units_.line_height());
+        for (const StringItem& item : rows_.row(place.center().y() / line_height)) {
+            if (!item.drawn.intersects(reach))
+                continue;
+            painter.draw(item);
+            has_source |= record && item.cell == record->source_cell;
+        }
+    }
+    if (record && !has_source)
+        painter.draw(source_of(*record));
+}
+
+void Highlights::restore(QPainter& p, const Records& records) {
+    for (const StringItem& record : records)
+        restore(p, record.drawn, &record);
+}
+
+void Highlights::unshow() {
+    if (previous_.empty())
+        return;
+    QPainter p;
+    if (screen_.begin_change(p)) {
+        restore(p, previous_);
+        for (const StringItem& gap : previous_gaps_)
+            restore(p, gap.drawn, nullptr);
+        p.end();
+        screen_.show_image();
+    }
+    previous_.clear();
+}
+
+void Highlights::clear() {
+    previous_ = list_;
+    previous_gaps_ = gaps_;
+    unshow();
+    forget();
+}
+
+void Highlights::forget() {
+    list_.clear();
+    previous_.clear();
+    gaps_.clear();
+    previous_gaps_.clear();
+    current_ = list_.end();
+    stepping_ = false;
+}
+
+void Highlights::append(std::list<StringItem> matches) {
+    list_.splice(list_.end(), matches);
+}
+
+bool Highlights::first_match() {
+    if (list_.empty())
+        return false;
+    current_ = list_.begin();
+    show_match();
+    return true;
+}
+
+bool Highlights::next_match() {
+    if (current_ != list_.end())
+        ++current_;
+    if (current_ == list_.end()) {
+        clear();
+        return false;
+    }
+    unshow_matches();
+    show_match();
+    return true;
+}
+
+void Highlights::show_match() {
+    if (current_ == list_.end())
+        return;
+    stepping_ = true;
+    QPainter p;
+    if (screen_.begin_change(p)) {
+        repaint(p);
+        p.end();
+        screen_.show_image();
+    }
+    const QRect place = current_->drawn;
+    screen_.ensure_visible(QPoint(place.right() + 1, place.bottom() + 1));
+}
+
+void Highlights::unshow_matches() {
+    QPainter p;
+    if (list_.empty() || !screen_.begin_change(p))
+        return;
+    restore(p, list_);
+    p.end();
+    screen_.show_image();
+}
+
+} // namespace printman
