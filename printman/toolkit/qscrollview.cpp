@@ -32,8 +32,10 @@ QScrollView::QScrollView(QWidget* parent, const char* name) : QAbstractScrollAre
 
 QScrollView::~QScrollView() {
     // Children go with the viewport and must not call back.
-    for (const Child& child : children_)
+    for (const Child& child : children_) {
         child.widget->removeEventFilter(this);
+        disconnect(child.widget, nullptr, this, nullptr);
+    }
 }
 
 QScrollView::Child* QScrollView::find(const QObject* widget) {

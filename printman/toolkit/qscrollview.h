@@ -9,7 +9,7 @@
 
 /// A scrolling view of an area, the contents, on which widgets stand. The contents reach from the
 /// origin to the right-most and bottom-most edge of any widget, hidden ones included, and follow
-/// when a widget is moved or resized or goes.
+/// when a widget is moved or resized or goes; of a hidden widget, when it is shown or moved.
 ///
 /// All places are in logical pixels of the contents.
 class PRINTMAN_EXPORT QScrollView : public QAbstractScrollArea {

@@ -16,6 +16,7 @@ protected:
         child_ = new QWidget;
         child_->resize(1000, 800);
         view_.addChild(child_);
+        child_->show();
     }
 
     QPoint contents() const { return {view_.contentsX(), view_.contentsY()}; }
