@@ -163,9 +163,10 @@ void Highlights::unshow() {
         return;
     QPainter p;
     if (screen_.begin_change(p)) {
-        restore(p, previous_);
+        // A gap covers the first pixels of the piece behind it.
         for (const StringItem& gap : previous_gaps_)
             restore(p, gap.drawn, nullptr);
+        restore(p, previous_);
         p.end();
         screen_.show_image();
     }
