@@ -194,9 +194,7 @@ void CPrintMan::mouse_move(const QPoint& p) {
     scroll_rpt_view(p);
     if (d->press.isNull())
         return;
-    collect_hilights(d->press, p);
-    unshow_page_hilights();
-    show_page_hilights(true);
+    d->highlights.follow(d->press, p);
 }
 
 void CPrintMan::mouse_release(const QPoint& p) {

@@ -27,6 +27,12 @@ QColor surround() {
     return {grey, grey, grey};
 }
 
+/// Fills what is in @p outer but not in @p inner.
+void fill_around(QPainter& p, const QRect& outer, const QRect& inner, const QColor& colour) {
+    for (const QRect& part : QRegion(outer).subtracted(inner))
+        p.fillRect(part, colour);
+}
+
 } // namespace
 
 ScreenView::~ScreenView() {
@@ -178,12 +184,15 @@ bool ScreenView::begin_page(QPainter& p, const PageRows& rows) {
     if (!screen_ || !make_image())
         return false;
     painted_ = rows.loads();
-    image_->fill(surround());
     p.begin(image_.get());
     const int m = margin();
-    const QRect sheet(QPoint(m - 1, m - 1), QPoint(screen_->width() - m, screen_->height() - m));
-    p.fillRect(sheet, Qt::black);
-    p.fillRect(sheet.adjusted(1, 1, -1, -1), colours.page);
+    const QRect all = screen_->rect();
+    const QRect frame(QPoint(m - 1, m - 1), QPoint(all.width() - m, all.height() - m));
+    const QRect sheet = frame.adjusted(1, 1, -1, -1);
+    // Every pixel once: at a high zoom there are many. The image may end in a part of a logical one.
+    fill_around(p, all.adjusted(0, 0, 1, 1), frame & all, surround());
+    fill_around(p, frame & all, sheet, Qt::black);
+    p.fillRect(sheet, colours.page);
     begin(p);
     p.setPen(colours.text);
     return true;

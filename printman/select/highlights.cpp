@@ -16,12 +16,14 @@ namespace printman {
 
 namespace {
 
-void erase_drawn_at(std::list<StringItem>& records, const QRect& place) {
+bool erase_drawn_at(std::list<StringItem>& records, const QRect& place) {
     const auto at =
         std::find_if(records.begin(), records.end(),
                      [&place](const StringItem& record) { return record.drawn == place; });
-    if (at != records.end())
-        records.erase(at);
+    if (at == records.end())
+        return false;
+    records.erase(at);
+    return true;
 }
 
 StringItem source_of(const StringItem& record) {
@@ -51,6 +53,7 @@ void Highlights::collect(QPoint from, QPoint to) {
     previous_gaps_ = std::move(gaps_);
     list_.clear();
     gaps_.clear();
+    fresh_.clear();
     current_ = list_.end();
     stepping_ = false;
     QPainter p;
@@ -70,26 +73,92 @@ void Highlights::collect(QPoint from, QPoint to) {
             record.source_text = item.text;
             record.source_cell = item.cell;
             record.source_align = item.align;
-            keep(record);
+            const bool is_kept = keep(record);
             list_.push_back(std::move(record));
+            if (!is_kept)
+                fresh_.push_back(&list_.back());
         }
     }
 }
 
-void Highlights::keep(const StringItem& record) {
-    erase_drawn_at(previous_, record.drawn);
+bool Highlights::keep(const StringItem& record) {
+    const bool was_there = erase_drawn_at(previous_, record.drawn);
     keep_gap(record.drawn);
+    return was_there;
 }
 
-void Highlights::keep_gap(const QRect& gap) {
-    erase_drawn_at(previous_gaps_, gap);
+bool Highlights::keep_gap(const QRect& gap) {
+    return erase_drawn_at(previous_gaps_, gap);
 }
 
-void Highlights::draw_text(QPainter& p, const StringItem& record) {
-    if (record.drawn.isEmpty())
+void Highlights::add_gaps() {
+    if (list_.empty())
+        return;
+    for (auto left = list_.begin(), right = std::next(left); right != list_.end(); left = right++) {
+        if (right->drawn.top() == left->drawn.top())
+            gaps_.push_back(gap_between(left->drawn, right->drawn));
+    }
+}
+
+void Highlights::follow(QPoint from, QPoint to) {
+    collect(from, to);
+    QPainter p;
+    if (!screen_.begin_change(p))
+        return;
+    add_gaps();
+    std::vector<QRect> fresh;
+    for (const StringItem& gap : gaps_) {
+        if (!keep_gap(gap.drawn))
+            fresh.push_back(gap.drawn);
+    }
+    for (const StringItem* record : fresh_)
+        fresh.push_back(record->drawn);
+    std::vector<QRect> gone;
+    for (const Records* records : {&previous_gaps_, &previous_}) {
+        for (const StringItem& record : *records)
+            gone.push_back(record.drawn);
+        restore(p, *records);
+    }
+    if (fresh.empty() && gone.empty())
+        return;
+    paint_changes(p, gone, fresh);
+    p.end();
+    previous_.clear();
+    screen_.show_image();
+}
+
+void Highlights::paint_changes(QPainter& p, const std::vector<QRect>& gone,
+                               const std::vector<QRect>& fresh) {
+    p.setClipping(false);
+    for (const QRect& place : fresh)
+        fill(p, place, Qt::black);
+    for (const QRect& place : gone) {
+        for (const Records* records : {&gaps_, &list_}) {
+            for (const StringItem& record : *records)
+                fill(p, record.drawn & place, Qt::black);
+        }
+    }
+    p.setPen(Qt::white);
+    auto next_fresh = fresh_.begin();
+    for (const StringItem& record : list_) {
+        if (next_fresh != fresh_.end() && *next_fresh == &record) {
+            draw_text(p, record, record.drawn);
+            ++next_fresh;
+            continue;
+        }
+        // Of a piece that was there before, only what was painted over.
+        for (const std::vector<QRect>* places : {&gone, &fresh}) {
+            for (const QRect& place : *places)
+                draw_text(p, record, record.drawn & place);
+        }
+    }
+}
+
+void Highlights::draw_text(QPainter& p, const StringItem& record, const QRect& place) {
+    if (place.isEmpty())
         return;
     // The text's ink may not leave the place that is restored later.
-    p.setClipRect(record.drawn);
+    p.setClipRect(place);
     ItemPainter(p, units_).draw_highlight(record);
 }
 
@@ -100,13 +169,8 @@ void Highlights::show(bool merge) {
     QPainter p;
     if (!screen_.begin_change(p))
         return;
-    if (merge) {
-        for (auto left = list_.begin(), right = std::next(left); right != list_.end();
-             left = right++) {
-            if (right->drawn.top() == left->drawn.top())
-                gaps_.push_back(gap_between(left->drawn, right->drawn));
-        }
-    }
+    if (merge)
+        add_gaps();
     repaint(p);
     p.end();
     screen_.show_image();
@@ -118,7 +182,7 @@ void Highlights::repaint(QPainter& p) {
             return;
         fill(p, current_->drawn, Qt::black);
         p.setPen(Qt::white);
-        draw_text(p, *current_);
+        draw_text(p, *current_, current_->drawn);
         return;
     }
     for (const StringItem& gap : gaps_)
@@ -127,7 +191,7 @@ void Highlights::repaint(QPainter& p) {
         fill(p, record.drawn, Qt::black);
     p.setPen(Qt::white);
     for (const StringItem& record : list_)
-        draw_text(p, record);
+        draw_text(p, record, record.drawn);
 }
 
 void Highlights::restore(QPainter& p, const QRect& place, const StringItem* record) {
@@ -140,8 +204,9 @@ void Highlights::restore(QPainter& p, const QRect& place, const StringItem* reco
     bool has_source = false;
     if (screen_.shows(rows_)) {
         // What hangs over from a neighbour was hidden too.
-        const QRect reach = place.adjusted(-units_.line_height(), 0, units_.line_height(), 0);
         const int line_height = std::max(1, units_.line_height());
+        const int overhang = line_height / 4;
+        const QRect reach = place.adjusted(-overhang, 0, overhang, 0);
         for (const StringItem& item : rows_.row(place.center().y() / line_height)) {
             if (!item.drawn.intersects(reach))
                 continue;

@@ -7,6 +7,7 @@
 #include <QRect>
 
 #include <list>
+#include <vector>
 
 class QPainter;
 
@@ -39,12 +40,20 @@ public:
     /// un-shown, but for the pieces that are found again. Nothing is painted.
     void collect(QPoint from, QPoint to);
 
+    /// collect(), unshow() and show(true) at once, with the same picture in the end: what is
+    /// highlighted before and after is not painted again. Cost: by what changes.
+    void follow(QPoint from, QPoint to);
+
     /// Takes the record drawn at @p record's place, and a gap at that place, from what waits to be
     /// un-shown.
-    void keep(const StringItem& record);
+    ///
+    /// @return whether there was such a record
+    bool keep(const StringItem& record);
 
     /// Takes the first gap drawn at @p gap from what waits to be un-shown.
-    void keep_gap(const QRect& gap);
+    ///
+    /// @return whether there was one
+    bool keep_gap(const QRect& gap);
 
     /// Paints the highlights and shows the image.
     ///
@@ -88,7 +97,10 @@ public:
 private:
     using Records = std::list<StringItem>;
 
-    void draw_text(QPainter& p, const StringItem& record);
+    void add_gaps();
+    void draw_text(QPainter& p, const StringItem& record, const QRect& place);
+    void paint_changes(QPainter& p, const std::vector<QRect>& gone,
+                       const std::vector<QRect>& fresh);
     void restore(QPainter& p, const QRect& place, const StringItem* record);
     void restore(QPainter& p, const Records& records);
 
@@ -99,6 +111,7 @@ private:
     Records previous_;
     Records gaps_;
     Records previous_gaps_;
+    std::vector<const StringItem*> fresh_; ///< highlights that were none before the last collect()
     Records::iterator current_ = list_.end();
     bool stepping_ = false; ///< only the current match is shown
 };

@@ -258,6 +258,50 @@ TEST_F(Highlighting, aShrinkingDragRestoresWhatItLeaves) {
     EXPECT_NE(image(), before);
 }
 
+TEST_F(Highlighting, aDragPaintsWhatRebuildingTheWholeSelectionWould) {
+    font_.setItalic(true);
+    show(report);
+    for (const bool preview : {false, true}) {
+        if (preview)
+            manager_.zoomout();
+        const QPoint from = QPoint(screen()->width() / 5, screen()->height() / 7);
+        manager_.mouse_press(from);
+        for (int step = 0; step < 40; ++step) {
+            const QPoint to(step * 389 % screen()->width(), step * 83 % (screen()->height() / 2));
+            manager_.mouse_move(to);
+            const QImage followed = image();
+            const QStringList selected = texts();
+            manager_.clear_hilights();
+            manager_.collect_hilights(from, to);
+            manager_.show_page_hilights(true);
+            EXPECT_EQ(image(), followed) << preview << step;
+            EXPECT_EQ(texts(), selected);
+        }
+    }
+}
+
+TEST_F(Highlighting, collectingUnshowingAndShowingGiveTheSamePicture) {
+    show(report);
+    std::vector<QImage> pictures;
+    for (const bool by_mouse : {true, false}) {
+        size_t at = 0;
+        manager_.mouse_press(this->at(3, 0));
+        for (int step = 0; step < 40; ++step) {
+            const QPoint to(step * 389 % screen()->width(), step * 83 % screen()->height());
+            if (by_mouse) {
+                manager_.mouse_move(to);
+                pictures.push_back(image());
+                continue;
+            }
+            manager_.collect_hilights(this->at(3, 0), to);
+            manager_.unshow_page_hilights();
+            manager_.show_page_hilights(true);
+            EXPECT_EQ(image(), pictures.at(at++)) << step;
+        }
+        manager_.clear_hilights();
+    }
+}
+
 TEST_F(Highlighting, aReleaseElsewhereTakesTheGapsOfTheLastMoveAway) {
     show(report);
     manager_.mouse_press(at(0, 0));
