@@ -2,10 +2,83 @@
 #include <printman/toolkit/psprintengine.h>
 #include <printman/toolkit/psprinter.h>
 
+#include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
+#include <QPrintDialog>
+
+#include <cmath>
+
+namespace {
+
+bool differ(const QMarginsF& a, const QMarginsF& b) {
+    constexpr double points = 0.5;
+    return std::abs(a.left() - b.left()) > points || std::abs(a.top() - b.top()) > points ||
+           std::abs(a.right() - b.right()) > points || std::abs(a.bottom() - b.bottom()) > points;
+}
+
+QMarginsF margins_of(const QPrinter& printer) {
+    return printer.pageLayout().margins(QPageLayout::Point);
+}
+
+/// Copies what any two printers have in common.
+void copy_choices(const QPrinter& from, QPrinter& to) {
+    to.setCopyCount(from.copyCount());
+    to.setCollateCopies(from.collateCopies());
+    to.setPrintRange(from.printRange());
+    to.setFromTo(from.fromPage(), from.toPage());
+    to.setDuplex(from.duplex());
+    to.setColorMode(from.colorMode());
+    to.setPageOrder(from.pageOrder());
+}
+
+/// The file name that is proposed where files are all that can be chosen.
+QString proposed_file(const QString& title) {
+    const QString home = QDir::homePath();
+    const QString current = QDir::currentPath();
+    const QDir directory(current.startsWith(home) ? current : home);
+    return directory.filePath((title.isEmpty() ? QStringLiteral("print") : title) +
+                              QStringLiteral(".pdf"));
+}
+
+/// Gives the dialog's printer the settings of @p printer that it knows.
+void prepare_native(QPrinter& native, const PsPrinter& printer) {
+    const QString title = QFileInfo(printer.docName()).fileName();
+    if (!printer.printerName().isEmpty())
+        native.setPrinterName(printer.printerName());
+    // The dialog makes of it the name of a file, less what follows the last point.
+    if (!title.isEmpty())
+        native.setDocName(title + QStringLiteral(".pdf"));
+    if (!printer.outputFileName().isEmpty()) {
+        // The dialog writes files in this format alone.
+        native.setOutputFormat(QPrinter::PdfFormat);
+        native.setOutputFileName(printer.outputFileName());
+    } else if (native.outputFormat() == QPrinter::PdfFormat) {
+        native.setOutputFileName(proposed_file(title));
+    }
+    // A printer whose edges are wider keeps its own margins.
+    if (!native.setPageLayout(printer.pageLayout())) {
+        native.setPageSize(printer.pageLayout().pageSize());
+        native.setPageOrientation(printer.pageLayout().orientation());
+    }
+    copy_choices(printer, native);
+}
+
+/// Lets the dialog start with a printer of that name, if it lists one.
+void preselect(QPrintDialog& dialog, const QString& printer_name) {
+    auto* printers = dialog.findChild<QComboBox*>(QStringLiteral("printers"));
+    const int index = printers ? printers->findText(printer_name) : -1;
+    if (index >= 0)
+        printers->setCurrentIndex(index);
+}
+
+} // namespace
+
 class PsPrinter::Private {
 public:
     printman::PsPrintEngine print_engine;
     printman::PsPaintEngine paint_engine{print_engine};
+    bool pdf_chosen = false;
 };
 
 PsPrinter::PsPrinter(PrinterMode mode) : QPrinter(mode), d(std::make_unique<Private>()) {
@@ -20,14 +93,46 @@ void PsPrinter::setPrinterName(const QString& name) {
 }
 
 void PsPrinter::setOutputFileName(const QString& path) {
-    if (printerState() != QPrinter::Active)
-        d->print_engine.setProperty(QPrintEngine::PPK_OutputFileName, path);
+    if (printerState() == QPrinter::Active)
+        return;
+    d->print_engine.setProperty(QPrintEngine::PPK_OutputFileName, path);
+    d->pdf_chosen = false;
 }
 
 void PsPrinter::setOutputFormat(OutputFormat) {}
 
 void PsPrinter::setMargins(unsigned top, unsigned left, unsigned bottom, unsigned right) {
     d->print_engine.set_margins(QMarginsF(left, top, right, bottom));
+}
+
+bool PsPrinter::setup(QWidget* parent) {
+    QPrinter native(QPrinter::HighResolution);
+    prepare_native(native, *this);
+    QPrintDialog dialog(&native, parent);
+    // Where there are printers the dialog has now given it the settings of the default one.
+    preselect(dialog, printerName());
+    prepare_native(native, *this);
+    const QMarginsF margins = margins_of(native);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+
+    const bool to_file = native.outputFormat() == QPrinter::PdfFormat;
+    setOutputFileName(to_file ? native.outputFileName() : QString());
+    d->pdf_chosen =
+        to_file && !outputFileName().endsWith(QLatin1String(".ps"), Qt::CaseInsensitive);
+    if (!to_file)
+        setPrinterName(native.printerName());
+    setPageSize(native.pageLayout().pageSize());
+    setPageOrientation(native.pageLayout().orientation());
+    // Margins that nobody chose would replace the usual ones by the dialog's.
+    if (differ(margins_of(native), margins))
+        setPageMargins(margins_of(native), QPageLayout::Point);
+    copy_choices(native, *this);
+    return true;
+}
+
+bool PsPrinter::isPdfChosen() const {
+    return d->pdf_chosen;
 }
 
 QString PsPrinter::errorString() const {

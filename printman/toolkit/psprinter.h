@@ -9,6 +9,7 @@
 namespace printman {
 class PsPaintEngine;
 }
+class QWidget;
 
 /// A printer that writes PostScript: level 3, structured by the document structuring conventions,
 /// with text as text in embedded fonts, so that a PDF made of it can be searched.
@@ -48,6 +49,21 @@ public:
     /// Sets the margins of the page as it is turned now, in device pixels (1/600 inch). Margins
     /// that leave no room are ignored.
     void setMargins(unsigned top, unsigned left, unsigned bottom, unsigned right);
+
+    /// Lets the user choose, in the toolkit's print dialog, which starts with this printer's
+    /// settings: printer or output file, copies, page size and orientation, margins, range, duplex,
+    /// colour. The dialog lists the printers that the machine has, and an output file besides, so
+    /// it works without any printer.
+    ///
+    /// @param parent of the dialog; may be null
+    /// @return false when it was cancelled; nothing has changed then
+    bool setup(QWidget* parent);
+
+    /// Whether the output file is one that the user chose in setup() to become a PDF, which is what
+    /// the dialog calls every file; only with a name that ends in ".ps" does it become PostScript.
+    /// The printer itself writes PostScript alone: who is asked for a PDF paints on a QPdfWriter.
+    /// Any setOutputFileName() ends it.
+    bool isPdfChosen() const;
 
     /// Why the last job failed, in one line; empty when it did not.
     QString errorString() const;

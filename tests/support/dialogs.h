@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QDialog>
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <vector>
+
+namespace testsupport {
+
+/// Answers the modal dialogs that open while it lives, in their order. A dialog that nobody expects
+/// fails the test, and so does one that does not close within some seconds after its answer; both
+/// are cancelled, so that no test hangs. Answers that were not asked for fail the test, too.
+class DialogAnswers {
+public:
+    using Answer = std::function<void(QDialog&)>;
+
+    DialogAnswers();
+    ~DialogAnswers();
+    DialogAnswers(const DialogAnswers&) = delete;
+    DialogAnswers& operator=(const DialogAnswers&) = delete;
+
+    /// What to do with the next dialog that opens.
+    DialogAnswers& then(Answer answer);
+
+    /// Clicks a dialog's OK or Cancel button.
+    static void ok(QDialog& dialog);
+    static void cancel(QDialog& dialog);
+
+private:
+    void look();
+
+    QTimer timer_;
+    QElapsedTimer since_answer_;
+    std::deque<Answer> answers_;
+    std::vector<QPointer<QWidget>> answered_;
+};
+
+} // namespace testsupport
