@@ -1,0 +1,42 @@
+#pragma once
+
+#include <printman/core/stringitem.h>
+#include <printman/render/pageunits.h>
+#include <printman/toolkit/qvaluelist.h>
+
+#include <QFont>
+#include <QString>
+
+#include <span>
+
+class PsPrinter;
+class QWidget;
+
+namespace printman {
+
+/// A loaded page, to be printed.
+struct PrintedPage {
+    std::span<const QValueList<StringItem>> rows;
+    int columns = 0; ///< 1 or more, and so are the lines
+    int lines = 0;
+};
+
+/// The font that the font dialog starts with: Helvetica, light, 12 points. Where no font has that
+/// name it is the one that stands for it, which the dialog can find in its list.
+QFont first_print_font();
+
+/// Prints a page where and in the font that the user chooses in two dialogs, the printer's and the
+/// font's. An output file becomes what the printer's setup() says: PostScript, or a PDF. What was
+/// drawn of the page elsewhere is not touched: its items keep their drawn rectangles, and @p units
+/// its measures.
+///
+/// @param parent  of the dialogs; null prints nothing
+/// @param printer keeps what was chosen
+/// @param units   its margins are kept clear; the page map is set on or off in it, as the host's
+///                setting NOPAGEMAP says, once both dialogs have been accepted
+/// @return empty, also when a dialog was cancelled, or why nothing was printed; an earlier output
+///         file is then as it was
+QString print_page_as_chosen(QWidget* parent, PsPrinter& printer, PageUnits& units,
+                             const PrintedPage& page);
+
+} // namespace printman
