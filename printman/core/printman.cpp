@@ -2,6 +2,7 @@
 #include <printman/core/reporttext.h>
 #include <printman/printer/hostservices.h>
 #include <printman/render/itempainter.h>
+#include <printman/select/pagetext.h>
 #include <printman/toolkit/pagesizes.h>
 
 #include <QCoreApplication>
@@ -175,6 +176,15 @@ int CPrintMan::write_rpt_text(const char* path) {
     else
         d->write_text(out);
     return last_job_ok();
+}
+
+void CPrintMan::save_cur_page(QWidget* parent, const char* file_name) {
+    if (!file_name || !*file_name)
+        return;
+    OutputFile out;
+    d->job_error = out.open(file_name) ? write_page_text(d->rows.rows(), out) : out.error();
+    if (!last_job_ok() && parent)
+        show_open_error(parent, file_name);
 }
 
 bool CPrintMan::last_job_ok() const {

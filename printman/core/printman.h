@@ -121,7 +121,8 @@ public:
     /// @return 1; 0 on failure or without a page, and an earlier file is then as it was
     int write_rpt_text(const char* path);
 
-    /// Whether the last operation that wrote a file succeeded, and what went wrong in one line.
+    /// Whether the last operation that wrote a file, printed, pasted, or copied the whole report
+    /// succeeded, and what went wrong in one line.
     bool last_job_ok() const;
     QString last_job_error() const;
 
@@ -300,6 +301,37 @@ public:
     void show_item_hilight();
     void unshow_item_hilight();
 
+    // The clipboard: what is copied is an HTML document, set as plain text; the report's text
+    // stands in it as it is.
+
+    /// The same as copy_text().
+    void save_to_clipboard();
+
+    /// Appends the loaded page to @p html as a table, a row a line and a cell an item.
+    ///
+    /// @return @p html afterwards
+    QString copy_page(QString& html);
+
+    /// Copies every page to the clipboard, a table a page. The last page is loaded afterwards; the
+    /// one on screen is not painted again. A page that cannot be read ends the document, and
+    /// last_job_error() says so; when the progress function answers false the clipboard stays.
+    /// Cost: memory for the one document.
+    void save_allto_clipboard();
+
+    /// Saves the loaded page as plain text, each item at its column. Whether that succeeded is what
+    /// last_job_ok() says; an earlier file is else as it was.
+    ///
+    /// @param parent    where a warning is shown when the file cannot be written; may be null
+    /// @param file_name null or empty does nothing
+    void save_cur_page(QWidget* parent, const char* file_name);
+
+    /// Prints the loaded page where and in the font that the user chooses in two dialogs. The
+    /// setting NOPAGEMAP, yes or no, turns automatic page formatting off or on, from then on.
+    /// Whether that succeeded is what last_job_ok() says, also when a dialog was cancelled.
+    ///
+    /// @param parent of the dialogs; null does nothing
+    void print_cur_page(QWidget* parent);
+
     /// Copies the whole record in.
     void set_print_dest(const PrintDest& dest);
     PrintDest* get_print_dest();
@@ -345,6 +377,15 @@ public slots:
     void mouse_press(const QPoint& p);
     void mouse_release(const QPoint& p);
     void mouse_move(const QPoint& p);
+
+    /// Copies the highlights to the clipboard as a table; without any it stays as it is. Pieces
+    /// that are whole items stand in a row a line.
+    void copy_text();
+
+    /// Writes the clipboard's text to "printman0001.html" in the current directory and opens it
+    /// with the browser command "dlwbrw", without waiting. SIGCHLD is ignored by the process from
+    /// then on. What went wrong is what last_job_error() says; an empty clipboard is warned of.
+    void paste_text();
 
 private:
     class Private;

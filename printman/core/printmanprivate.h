@@ -42,4 +42,5 @@ public:
     void write_text(printman::OutputFile& out);
     void add_marker(int row, const printman::MarkerParse& parse);
     bool show_loaded_page(bool is_another);
+    QString append_pages(CPrintMan& door, QString& html);
 };
