@@ -10,7 +10,6 @@
 
 using testsupport::DialogAnswers;
 using testsupport::read_file;
-using testsupport::write_file;
 
 namespace {
 

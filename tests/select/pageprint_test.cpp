@@ -294,6 +294,13 @@ TEST_F(PagePrinting, whileAnAbortedJobLastsNothingIsPainted) {
     EXPECT_EQ(print_to(path("a.ps")), QString());
 }
 
+TEST_F(PagePrinting, aJobThatTheHostAbortsPaintsNothingAndLeavesNoFile) {
+    testhost::on_call([this] { printer_.abort(); });
+    EXPECT_EQ(print_to(path("a.ps")), QStringLiteral("canceled"));
+    EXPECT_TRUE(files().isEmpty());
+    EXPECT_EQ(printer_.printerState(), QPrinter::Idle);
+}
+
 TEST_F(PagePrinting, aPageTurnedWhileADialogIsOpenDoesNoHarm) {
     choose_file(path("a.ps"));
     answers_.then([this](QDialog& dialog) {

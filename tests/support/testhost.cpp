@@ -16,11 +16,18 @@ QStringList& recorded() {
     return list;
 }
 
+std::function<void()>& action() {
+    static std::function<void()> called;
+    return called;
+}
+
 void record(const char* service, std::initializer_list<const char*> arguments) {
     QStringList texts;
     for (const char* argument : arguments)
         texts << QString::fromLatin1(argument);
     recorded() << QString::fromLatin1(service) + u'(' + texts.join(QStringLiteral(", ")) + u')';
+    if (action())
+        action()();
 }
 
 } // namespace
@@ -34,6 +41,11 @@ void set(const QByteArray& key, const QByteArray& value) {
 void reset() {
     settings().clear();
     recorded().clear();
+    action() = {};
+}
+
+void on_call(std::function<void()> called) {
+    action() = std::move(called);
 }
 
 QStringList calls() {
