@@ -1,0 +1,122 @@
+#include "ui_kscolordlgbase.h"
+
+#include <printman/dialogs/kscolordlg.h>
+#include <printman/printer/hostservices.h>
+#include <printman/render/screensettings.h>
+
+#include <QColorDialog>
+#include <QEvent>
+#include <QPixmap>
+
+namespace {
+
+void save_color(const char* key, const QColor& color) {
+    const QString entry = QStringLiteral("%1=%2,%3,%4")
+                              .arg(QLatin1String(key))
+                              .arg(color.red())
+                              .arg(color.green())
+                              .arg(color.blue());
+    SetEnv(entry.toLatin1().constData(), "dlwmenu.ini", "color", 1);
+}
+
+void paint_swatch(QLabel* swatch, const QColor& color) {
+    const qreal ratio = swatch->devicePixelRatioF();
+    QPixmap pixmap(swatch->size() * ratio);
+    pixmap.setDevicePixelRatio(ratio);
+    pixmap.fill(color);
+    swatch->setPixmap(pixmap);
+}
+
+} // namespace
+
+kscolorDlgBase::kscolorDlgBase(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
+    : QDialog(parent, flags), ui_(std::make_unique<Ui::kscolorDlgBase>()) {
+    setObjectName(QString::fromUtf8(name));
+    setModal(modal);
+    ui_->setupUi(this);
+    lbTextColor = ui_->lbTextColor;
+    Frame7 = ui_->Frame7;
+    imgTextColor = ui_->imgTextColor;
+    btnTextColorBrw = ui_->btnTextColorBrw;
+    lbBGColor = ui_->lbBGColor;
+    Frame8 = ui_->Frame8;
+    imgBGColor = ui_->imgBGColor;
+    btnBGColorBrw = ui_->btnBGColorBrw;
+    btnOK = ui_->btnOK;
+    btnCancel = ui_->btnCancel;
+}
+
+kscolorDlgBase::~kscolorDlgBase() = default;
+
+void kscolorDlgBase::languageChange() {
+    ui_->retranslateUi(this);
+}
+
+void kscolorDlgBase::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange)
+        languageChange();
+    QDialog::changeEvent(event);
+}
+
+KSColorDlg::KSColorDlg(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
+    : kscolorDlgBase(parent, name, modal, flags) {
+    connect(btnOK, &QPushButton::clicked, this, &KSColorDlg::btnOK_clicked);
+    connect(btnCancel, &QPushButton::clicked, this, &KSColorDlg::btnCancel_clicked);
+    connect(btnTextColorBrw, &QPushButton::clicked, this, &KSColorDlg::btnTextColorBrw_clicked);
+    connect(btnBGColorBrw, &QPushButton::clicked, this, &KSColorDlg::btnBGColorBrw_clicked);
+    load_screencolor();
+    paint_swatches();
+    // The layout gives the swatches their place when the dialog is shown.
+    imgTextColor->installEventFilter(this);
+    imgBGColor->installEventFilter(this);
+    // Smaller than the layout's smallest size, which then is the dialog's only one.
+    setMaximumSize(10, 10);
+}
+
+void KSColorDlg::load_screencolor() {
+    const printman::ScreenColours colours = printman::read_screen_colours();
+    background_color = colours.page;
+    text_color = colours.text;
+}
+
+void KSColorDlg::save_screencolor() {
+    save_color("KRV_COLOR_SBG", background_color);
+    save_color("KRV_COLOR_DBG", text_color);
+}
+
+void KSColorDlg::btnOK_clicked() {
+    save_screencolor();
+    accept();
+}
+
+void KSColorDlg::btnCancel_clicked() {
+    reject();
+}
+
+void KSColorDlg::btnTextColorBrw_clicked() {
+    const QColor picked = QColorDialog::getColor(text_color, this);
+    if (!picked.isValid())
+        return;
+    text_color = picked;
+    paint_swatch(imgTextColor, text_color);
+}
+
+void KSColorDlg::btnBGColorBrw_clicked() {
+    const QColor picked = QColorDialog::getColor(background_color, this);
+    if (!picked.isValid())
+        return;
+    background_color = picked;
+    paint_swatch(imgBGColor, background_color);
+}
+
+bool KSColorDlg::eventFilter(QObject* watched, QEvent* event) {
+    const bool handled = kscolorDlgBase::eventFilter(watched, event);
+    if (event->type() == QEvent::Resize)
+        paint_swatches();
+    return handled;
+}
+
+void KSColorDlg::paint_swatches() {
+    paint_swatch(imgTextColor, text_color);
+    paint_swatch(imgBGColor, background_color);
+}

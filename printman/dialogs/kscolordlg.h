@@ -1,0 +1,85 @@
+#pragma once
+
+#include <printman/toolkit/export.h>
+
+#include <QColor>
+#include <QDialog>
+
+#include <memory>
+
+class QFrame;
+class QLabel;
+class QPushButton;
+namespace Ui {
+class kscolorDlgBase;
+}
+
+/// The widgets of the screen colour dialog, without behaviour.
+class PRINTMAN_EXPORT kscolorDlgBase : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param name the object's name; null or empty for "kscolorDlgBase"
+    explicit kscolorDlgBase(QWidget* parent = nullptr, const char* name = nullptr,
+                            bool modal = false, Qt::WindowFlags flags = {});
+    ~kscolorDlgBase() override;
+
+    QLabel* lbTextColor;
+    QFrame* Frame7;
+    QLabel* imgTextColor; ///< shows the text colour
+    QPushButton* btnTextColorBrw;
+    QLabel* lbBGColor;
+    QFrame* Frame8;
+    QLabel* imgBGColor; ///< shows the background colour
+    QPushButton* btnBGColorBrw;
+    QPushButton* btnOK;
+    QPushButton* btnCancel;
+
+protected slots:
+    /// Gives every widget its text again, in the language of now.
+    virtual void languageChange();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    std::unique_ptr<Ui::kscolorDlgBase> ui_;
+};
+
+/// The dialog in which the user picks the two colours of the report screen. It is as small as its
+/// layout allows and cannot be enlarged.
+class PRINTMAN_EXPORT KSColorDlg : public kscolorDlgBase {
+    Q_OBJECT
+
+public:
+    /// Loads both colours and shows them.
+    explicit KSColorDlg(QWidget* parent = nullptr, const char* name = nullptr, bool modal = false,
+                        Qt::WindowFlags flags = {});
+
+    QColor text_color;       ///< the setting KRV_COLOR_DBG
+    QColor background_color; ///< the setting KRV_COLOR_SBG
+
+    /// Reads both colours from the host; a component outside 0..255 counts as the nearest that is
+    /// inside.
+    void load_screencolor();
+
+    /// Has the host store both colours, the background first.
+    void save_screencolor();
+
+public slots:
+    /// Saves both colours and accepts.
+    void btnOK_clicked();
+
+    /// Rejects; nothing is saved.
+    void btnCancel_clicked();
+
+    /// Opens the colour picker; when it is cancelled, the colour stays.
+    void btnTextColorBrw_clicked();
+    void btnBGColorBrw_clicked();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void paint_swatches();
+};

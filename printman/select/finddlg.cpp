@@ -1,0 +1,133 @@
+#include "ui_finddlgbase.h"
+
+#include <printman/select/finddlg.h>
+
+#include <QEvent>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPointer>
+
+namespace {
+
+enum Result { find_next_result = 0, mark_all_result = 1, cancel_result = 2 };
+enum Direction { backward = 3, forward = 4 };
+
+constexpr qsizetype longest_text_in_box = 1000;
+
+} // namespace
+
+findDlgBase::findDlgBase(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
+    : QDialog(parent, flags), ui_(std::make_unique<Ui::findDlgBase>()) {
+    setObjectName(QString::fromUtf8(name));
+    setModal(modal);
+    ui_->setupUi(this);
+    // It would change what is typed into what was typed before.
+    ui_->cbFind->setCompleter(nullptr);
+    lbFindWhat = ui_->lbFindWhat;
+    cbFind = ui_->cbFind;
+    bgbDirection = ui_->bgbDirection;
+    opUp = ui_->opUp;
+    opDown = ui_->opDown;
+    gbOptions = ui_->gbOptions;
+    chkWhole = ui_->chkWhole;
+    chkCase = ui_->chkCase;
+    btnFindNext = ui_->btnFindNext;
+    btnMarkAll = ui_->btnMarkAll;
+    btnCancel = ui_->btnCancel;
+}
+
+findDlgBase::~findDlgBase() = default;
+
+void findDlgBase::languageChange() {
+    ui_->retranslateUi(this);
+}
+
+void findDlgBase::changeEvent(QEvent* event) {
+    if (event->type() == QEvent::LanguageChange)
+        languageChange();
+    QDialog::changeEvent(event);
+}
+
+findDlg::findDlg(QWidget* parent, const char* name) : findDlgBase(parent, name) {
+    connect(btnFindNext, &QPushButton::clicked, this, &findDlg::find_next);
+    connect(btnMarkAll, &QPushButton::clicked, this, &findDlg::mark_all);
+    connect(btnCancel, &QPushButton::clicked, this, &findDlg::cancel_dlg);
+    cbFind->setFocus();
+}
+
+int findDlg::get_direction() const {
+    return opUp->isChecked() ? backward : forward;
+}
+
+bool findDlg::is_case_sensitive() const {
+    return chkCase->isChecked();
+}
+
+bool findDlg::is_whole_word() const {
+    return chkWhole->isChecked();
+}
+
+void findDlg::set_search_text(const QString& text) {
+    search_text = text;
+    cbFind->setEditText(text);
+    cbFind->lineEdit()->selectAll();
+}
+
+void findDlg::set_foreword(bool foreword) {
+    (foreword ? opDown : opUp)->setChecked(true);
+}
+
+void findDlg::set_case(bool sensitive) {
+    chkCase->setChecked(sensitive);
+}
+
+void findDlg::set_wholeword(bool whole) {
+    chkWhole->setChecked(whole);
+}
+
+void findDlg::set_search_history(const QStringList& history) {
+    search_history = history;
+    // The first entries of an empty list would be chosen at once.
+    const QString text = cbFind->currentText();
+    cbFind->addItems(history);
+    cbFind->setCurrentIndex(-1);
+    cbFind->setEditText(text);
+}
+
+void findDlg::find_next() {
+    leave(find_next_result);
+}
+
+void findDlg::mark_all() {
+    leave(mark_all_result);
+}
+
+void findDlg::cancel_dlg() {
+    done(cancel_result);
+}
+
+void findDlg::reject() {
+    cancel_dlg();
+}
+
+void findDlg::leave(int result) {
+    search_text = cbFind->currentText();
+    if (!search_text.isEmpty())
+        done(result);
+}
+
+bool is_in_history(QStringList& history, QString text) {
+    return history.contains(text);
+}
+
+void search_error(QWidget* parent, QString text) {
+    if (text.size() > longest_text_in_box)
+        text = text.left(longest_text_in_box) + QChar(0x2026);
+    // It goes with its parent when that is closed meanwhile.
+    const QPointer<QMessageBox> box = new QMessageBox(
+        QMessageBox::Information, findDlg::tr("Find Error"),
+        findDlg::tr("Can not find searching text: %1").arg(text), QMessageBox::Ok, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->exec();
+    delete box;
+}

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <printman/toolkit/export.h>
+
+#include <QDialog>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QPushButton;
+class QRadioButton;
+namespace Ui {
+class findDlgBase;
+}
+
+/// The widgets of the find dialog, without behaviour. Nothing is checked at first.
+class PRINTMAN_EXPORT findDlgBase : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param name the object's name; null or empty for "findDlgBase"
+    explicit findDlgBase(QWidget* parent = nullptr, const char* name = nullptr, bool modal = false,
+                         Qt::WindowFlags flags = {});
+    ~findDlgBase() override;
+
+    QLabel* lbFindWhat;
+    QComboBox* cbFind; ///< the search text, with the earlier ones to choose from
+    QGroupBox* bgbDirection;
+    QRadioButton* opUp;
+    QRadioButton* opDown;
+    QGroupBox* gbOptions;
+    QCheckBox* chkWhole;
+    QCheckBox* chkCase;
+    QPushButton* btnFindNext;
+    QPushButton* btnMarkAll;
+    QPushButton* btnCancel;
+
+protected slots:
+    /// Gives every widget its text again, in the language of now.
+    virtual void languageChange();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    std::unique_ptr<Ui::findDlgBase> ui_;
+};
+
+/// The find dialog. Run it with exec(), which answers 0 for Find Next, 1 for Mark All and 2 for
+/// Cancel, Escape and the window's close button; with 0 and 1 the search text is not empty.
+class PRINTMAN_EXPORT findDlg : public findDlgBase {
+    Q_OBJECT
+
+public:
+    explicit findDlg(QWidget* parent = nullptr, const char* name = nullptr);
+
+    QString search_text;        ///< what was set or searched for last
+    QStringList search_history; ///< the earlier texts, oldest first
+
+    /// @return 3 for a backward search; 4, forward, also when neither button is checked
+    int get_direction() const;
+    bool is_case_sensitive() const;
+    bool is_whole_word() const;
+
+    /// Puts @p text into the field, selected, so that typing replaces it.
+    void set_search_text(const QString& text);
+    void set_foreword(bool forward);
+    void set_case(bool sensitive);
+    void set_wholeword(bool whole);
+
+    /// Offers @p history in the field's list; what stands in the field stays.
+    void set_search_history(const QStringList& history);
+
+public slots:
+    /// Closes the dialog with result 0; an empty text leaves it open.
+    void find_next();
+
+    /// Closes the dialog with result 1; an empty text leaves it open.
+    void mark_all();
+
+    /// Closes the dialog with result 2.
+    void cancel_dlg();
+
+    /// The same: Escape and the window's close button come here.
+    void reject() override;
+
+private:
+    void leave(int result);
+};
+
+/// Whether an entry of @p history is @p text, letter for letter.
+PRINTMAN_EXPORT bool is_in_history(QStringList& history, QString text);
+
+/// Tells the user that @p text was not found, in a box over @p parent, and waits for OK. Of a text
+/// of more than 1,000 characters the box shows the beginning.
+PRINTMAN_EXPORT void search_error(QWidget* parent, QString text);

@@ -1,0 +1,97 @@
+#include <printman/select/finddlg.h>
+#include <printman/select/searchcycle.h>
+
+#include <QPointer>
+
+namespace printman {
+
+namespace {
+
+enum DialogResult { find_next_result = 0, mark_all_result = 1 };
+constexpr int backward = 3;
+
+} // namespace
+
+void SearchCycle::run(SearchTarget& target) {
+    const QPointer<QWidget> parent = target.search_parent();
+    const bool has_parent = !parent.isNull();
+    const std::weak_ptr<const bool> alive = alive_;
+    const std::optional<Request> request = ask(parent);
+    if (alive.expired() || (has_parent && !parent))
+        return;
+    if (!request) {
+        reset();
+        return;
+    }
+    const bool found = request->mark_all ? mark_all(target, *request) : find_next(target, *request);
+    // The user may close everything while the box is open: it comes last.
+    if (!found)
+        search_error(parent, request->text);
+}
+
+std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
+    const bool continues = !text_.isEmpty();
+    // The window may be closed meanwhile, and takes the dialog with it.
+    const QPointer<findDlg> dialog = new findDlg(parent);
+    dialog->set_search_history(history_);
+    if (continues) {
+        dialog->set_search_text(text_);
+        dialog->set_foreword(options_.forward);
+        dialog->set_case(options_.case_sensitive);
+        dialog->set_wholeword(options_.whole_word);
+    }
+    const int result = dialog->exec();
+    if (!dialog)
+        return std::nullopt;
+    Request request{.mark_all = result == mark_all_result,
+                    .text = dialog->search_text,
+                    .options = {.forward = dialog->get_direction() != backward,
+                                .case_sensitive = dialog->is_case_sensitive(),
+                                .whole_word = dialog->is_whole_word()}};
+    delete dialog;
+    const bool is_search = result == find_next_result || result == mark_all_result;
+    if (!is_search || request.text.isEmpty())
+        return std::nullopt;
+    return request;
+}
+
+bool SearchCycle::mark_all(SearchTarget& target, const Request& request) {
+    const bool found = target.find_matches(request.text, request.options);
+    reset();
+    if (!found)
+        return false;
+    remember(request.text);
+    target.show_matches();
+    return true;
+}
+
+bool SearchCycle::find_next(SearchTarget& target, const Request& request) {
+    const bool continues = !text_.isEmpty() && text_ == request.text && options_ == request.options;
+    bool found = false;
+    if (continues) {
+        found = target.show_next_match();
+    } else {
+        target.find_matches(request.text, request.options);
+        remember(request.text);
+        found = target.show_first_match();
+    }
+    if (!found) {
+        reset();
+        return false;
+    }
+    text_ = request.text;
+    options_ = request.options;
+    return true;
+}
+
+void SearchCycle::remember(const QString& text) {
+    if (!is_in_history(history_, text))
+        history_ << text;
+}
+
+void SearchCycle::reset() {
+    text_.clear();
+    options_ = SearchOptions();
+}
+
+} // namespace printman
