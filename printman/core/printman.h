@@ -247,6 +247,12 @@ public:
     /// Takes the colours from the settings KRV_COLOR_SBG and KRV_COLOR_DBG.
     void load_screencolor();
 
+    /// Lets the user choose the two colours, which are stored in the settings; the next
+    /// show_rpt_page() uses them.
+    ///
+    /// @return 1, or 0 when the user cancelled
+    int select_screencolor();
+
     /// The names of the zoom table, "50%" to "300%".
     QStringList zoom_ratio_names();
 
@@ -293,6 +299,20 @@ public:
 
     /// Keeps the gap at @p r from being un-shown.
     void keep_himergerect(QRect& r);
+
+    /// Makes the highlights all places on the page shown where @p text, a regular expression,
+    /// matches, in search order; nothing is painted yet. See QRegExp for the syntax. A malformed
+    /// expression finds nothing, nor does one that could take seconds.
+    ///
+    /// @param whole_word only between word boundaries
+    /// @return 1, or 0 when nothing is found
+    int find_string_item(const QString& text, bool forward, bool case_sensitive, bool whole_word);
+
+    /// Appends the matches in one painted item to the highlights; backward, from right to left.
+    ///
+    /// @return 1, also when nothing matches; 0 when the item has no text
+    int get_stringitems(QPainter* painter, const QString& text, const StringItem& item,
+                        bool forward, bool case_sensitive, bool whole_word);
 
     /// Shows the first highlight alone, the next one, the current one, or none of them: 1, or 0
     /// when there is none; after the last one all are cleared.
@@ -377,6 +397,10 @@ public slots:
     void mouse_press(const QPoint& p);
     void mouse_release(const QPoint& p);
     void mouse_move(const QPoint& p);
+
+    /// Asks with the find dialog what to search the page for, and marks all matches or shows the
+    /// first or the next one; without a view it does nothing.
+    void search_text();
 
     /// Copies the highlights to the clipboard as a table; without any it stays as it is. Pieces
     /// that are whole items stand in a row a line.

@@ -8,6 +8,7 @@
 #include <printman/render/pageunits.h>
 #include <printman/render/screenview.h>
 #include <printman/select/highlights.h>
+#include <printman/select/screensearch.h>
 #include <printman/toolkit/outputfile.h>
 #include <printman/toolkit/psprinter.h>
 
@@ -29,6 +30,8 @@ public:
     printman::ReportBuffer report;
     printman::ScreenView screen{units};
     printman::Highlights highlights{screen, rows, units};
+    printman::ScreenSearch screen_search{screen, rows, highlights};
+    printman::SearchCycle search;
     QPoint press; ///< where the mouse button went down; (0, 0) when it is no drag
 
     PrintmanProgress progress;

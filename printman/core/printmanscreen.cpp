@@ -1,11 +1,14 @@
 #include <printman/core/printmanprivate.h>
+#include <printman/dialogs/kscolordlg.h>
 #include <printman/render/itempainter.h>
 #include <printman/render/screen.h>
 #include <printman/render/screensettings.h>
 #include <printman/render/textruler.h>
 #include <printman/render/zoom.h>
 #include <printman/select/itemcutter.h>
+#include <printman/select/pagesearch.h>
 
+#include <QApplication>
 #include <QPainter>
 
 // The door's part for the page on screen: view, zoom, selection.
@@ -91,6 +94,13 @@ void CPrintMan::load_screencolor() {
     d->screen.colours = read_screen_colours();
 }
 
+int CPrintMan::select_screencolor() {
+    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+        return 0;
+    KSColorDlg dialog(nullptr, nullptr, true);
+    return dialog.exec() == QDialog::Accepted;
+}
+
 QStringList CPrintMan::zoom_ratio_names() {
     return zoom_names();
 }
@@ -142,6 +152,22 @@ void CPrintMan::keep_hilight(StringItem& rec) {
 
 void CPrintMan::keep_himergerect(QRect& r) {
     d->highlights.keep_gap(r);
+}
+
+int CPrintMan::find_string_item(const QString& text, bool forward, bool case_sensitive,
+                                bool whole_word) {
+    return d->screen_search.find_matches(text, {forward, case_sensitive, whole_word});
+}
+
+int CPrintMan::get_stringitems(QPainter* painter, const QString& text, const StringItem& item,
+                               bool forward, bool case_sensitive, bool whole_word) {
+    if (!painter)
+        return 0;
+    SearchPattern pattern(text, {forward, case_sensitive, whole_word});
+    std::list<StringItem> matches;
+    const bool has_text = find_in_item(TextRuler(*painter), pattern, item, matches);
+    d->highlights.append(std::move(matches));
+    return has_text;
 }
 
 int CPrintMan::first_item_hilight() {
@@ -209,4 +235,9 @@ void CPrintMan::mouse_release(const QPoint& p) {
     // In this order what is un-shown also takes gaps away that were shown during the drag.
     show_page_hilights(true);
     unshow_page_hilights();
+}
+
+void CPrintMan::search_text() {
+    if (d->screen.scroll())
+        d->search.run(d->screen_search);
 }

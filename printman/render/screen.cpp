@@ -19,6 +19,7 @@ CScreen::CScreen(CPrintMan* owner, QWidget* parent, const char* name)
     connect(this, &CScreen::mouse_press, owner, &CPrintMan::mouse_press);
     connect(this, &CScreen::mouse_release, owner, &CPrintMan::mouse_release);
     connect(this, &CScreen::mouse_move, owner, &CPrintMan::mouse_move);
+    connect(this, &CScreen::search_text, owner, &CPrintMan::search_text);
     connect(this, &CScreen::copy_text, owner, &CPrintMan::copy_text);
     connect(this, &CScreen::paste_text, owner, &CPrintMan::paste_text);
 }
