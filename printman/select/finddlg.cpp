@@ -116,6 +116,7 @@ void findDlg::leave(int result) {
         done(result);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has it so
 bool is_in_history(QStringList& history, QString text) {
     return history.contains(text);
 }

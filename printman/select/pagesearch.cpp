@@ -3,7 +3,6 @@
 #include <printman/select/pagesearch.h>
 
 #include <algorithm>
-#include <ranges>
 
 namespace printman {
 
@@ -95,15 +94,15 @@ bool find_in_item(const TextMeasure& measure, SearchPattern& pattern, const Stri
 std::list<StringItem> find_in_rows(const TextMeasure& measure, SearchPattern& pattern,
                                    const PageRows& rows) {
     std::list<StringItem> matches;
-    const auto find_in_line = [&](const auto& line) {
-        for (const StringItem& item : line)
-            find_in_item(measure, pattern, item, matches);
+    const auto find = [&](const StringItem& item) {
+        find_in_item(measure, pattern, item, matches);
     };
     for (int i = 0; i < rows.size() && !pattern.gave_up(); ++i) {
+        const auto& line = rows.row(pattern.is_forward() ? i : rows.size() - 1 - i);
         if (pattern.is_forward())
-            find_in_line(rows.row(i));
+            std::for_each(line.begin(), line.end(), find);
         else
-            find_in_line(std::views::reverse(rows.row(rows.size() - 1 - i)));
+            std::for_each(line.rbegin(), line.rend(), find);
     }
     if (pattern.gave_up())
         matches.clear();
