@@ -3,9 +3,13 @@
 #include <QFile>
 #include <QProcess>
 
+#include <csignal>
+
 namespace testsupport {
 
 ToolResult run(const QString& program, const QStringList& arguments) {
+    // A paste leaves it ignored, and statuses with it.
+    std::signal(SIGCHLD, SIG_DFL);
     QProcess process;
     process.start(program, arguments);
     ToolResult result;
