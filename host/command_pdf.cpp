@@ -1,4 +1,5 @@
 #include "host/command.h"
+#include "host/console.h"
 #include "host/pagesetup.h"
 #include "host/pdfjob.h"
 #include "host/report.h"
@@ -15,7 +16,10 @@ Outcome run_pdf(const Arguments& arguments) {
         return names;
     PageSetup setup;
     Outcome read = PageSetup::read(arguments, setup);
-    return read.ok() ? make_pdf(report, out, setup) : read;
+    if (!read.ok())
+        return read;
+    ConsoleWatch watch;
+    return make_pdf(report, out, setup, watch);
 }
 
 } // namespace

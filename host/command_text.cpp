@@ -1,10 +1,7 @@
 #include "host/command.h"
 #include "host/console.h"
 #include "host/report.h"
-
-#include <printman/core/printman.h>
-
-#include <QFile>
+#include "host/textjob.h"
 
 namespace host {
 
@@ -16,20 +13,8 @@ Outcome run_text(const Arguments& arguments) {
     Outcome names = check_output(path, out);
     if (!names.ok())
         return names;
-    // The library would write to another name.
-    if (QFile::encodeName(QFile::decodeName(out)) != out)
-        return Outcome::failure("cannot write " + out +
-                                ": The name is not valid in the locale's encoding");
-    CPrintMan manager;
-    Outcome opened = open_report(manager, path);
-    if (!opened.ok())
-        return opened;
-    Progress progress("page");
-    manager.set_progress([&progress](int done, int total) { return progress.step(done, total); });
-    if (manager.write_rpt_text(out.constData()) != 1)
-        return Outcome::failure("cannot write " + out + ": " +
-                                QFile::encodeName(manager.last_job_error()));
-    return Outcome::success();
+    ConsoleWatch watch;
+    return make_text(path, out, watch);
 }
 
 } // namespace

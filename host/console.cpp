@@ -73,4 +73,13 @@ void Progress::show(const QByteArray& text) {
     shown_ = text.size();
 }
 
+bool ConsoleWatch::pages_done(int done, int total) {
+    return progress_ ? progress_->step(done, total) : !interrupted();
+}
+
+bool ConsoleWatch::tool_works() {
+    progress_.reset();
+    return !interrupted();
+}
+
 } // namespace host

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "host/jobwatch.h"
+
 #include <QByteArray>
 #include <QElapsedTimer>
+
+#include <optional>
 
 namespace host {
 
@@ -41,6 +45,16 @@ private:
     QElapsedTimer clock_;
     qint64 next_ = 500;
     qsizetype shown_ = 0;
+};
+
+/// Shows how far a job is with a line of progress, and stops it when the user interrupts.
+class ConsoleWatch : public JobWatch {
+public:
+    bool pages_done(int done, int total) override;
+    bool tool_works() override;
+
+private:
+    std::optional<Progress> progress_{"page"};
 };
 
 } // namespace host

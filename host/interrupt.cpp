@@ -1,5 +1,6 @@
 #include "host/interrupt.h"
 
+#include <cerrno>
 #include <csignal>
 #include <initializer_list>
 #include <unistd.h>
@@ -10,6 +11,7 @@ namespace {
 
 volatile std::sig_atomic_t interrupt_flag = 0;
 volatile std::sig_atomic_t end_at_once = 0;
+volatile std::sig_atomic_t woken_fd = -1;
 
 void end_program() {
     static constexpr char line[] = "printman: interrupted\n";
@@ -25,6 +27,12 @@ static void note_interrupt(int /*signal*/) {
     if (end_at_once != 0)
         end_program();
     interrupt_flag = 1;
+    if (woken_fd >= 0) {
+        const int before = errno;
+        const ssize_t written = ::write(woken_fd, "!", 1);
+        static_cast<void>(written);
+        errno = before;
+    }
 }
 }
 
@@ -48,6 +56,10 @@ void catch_interrupts() {
         sigemptyset(&action.sa_mask);
         sigaction(number, &action, nullptr);
     }
+}
+
+void wake_on_interrupt(int fd) {
+    woken_fd = fd;
 }
 
 bool interrupted() {

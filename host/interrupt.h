@@ -6,6 +6,9 @@ namespace host {
 /// system call that waits; a signal that the caller of the program has set to be ignored stays so.
 void catch_interrupts();
 
+/// From now on an interrupt also writes a byte to @p fd, which must not block; -1 for none.
+void wake_on_interrupt(int fd);
+
 /// Whether the user wants the job to end. Long loops ask once a page.
 bool interrupted();
 

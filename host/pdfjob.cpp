@@ -1,7 +1,6 @@
 #include "host/pdfjob.h"
 
-#include "host/console.h"
-#include "host/interrupt.h"
+#include "host/jobwatch.h"
 #include "host/pendingfile.h"
 #include "host/report.h"
 #include "host/settings.h"
@@ -62,8 +61,7 @@ Outcome prepare(PsPrinter& printer, const CPrintMan& manager, const PageSetup& s
 }
 
 Outcome paint_pages(QPainter& painter, PsPrinter& printer, CPrintMan& manager,
-                    const QByteArray& report) {
-    Progress progress("page");
+                    const QByteArray& report, JobWatch& watch) {
     const int total = manager.get_page_count();
     for (int page = 1; page <= total; ++page) {
         if (manager.get_rpt_page(page == 1 ? 1 : 2) != 1)
@@ -72,14 +70,14 @@ Outcome paint_pages(QPainter& painter, PsPrinter& printer, CPrintMan& manager,
         if (page > 1 && !printer.newPage())
             return printer_failure(printer);
         manager.print_page(&painter);
-        if (!progress.step(page, total))
+        if (!watch.pages_done(page, total))
             return Outcome::failure("interrupted");
     }
     return Outcome::success();
 }
 
 Outcome paint_report(CPrintMan& manager, const QByteArray& report, const PageSetup& setup,
-                     const QString& file) {
+                     const QString& file, JobWatch& watch) {
     PsPrinter printer;
     Outcome prepared = prepare(printer, manager, setup);
     if (!prepared.ok())
@@ -96,7 +94,7 @@ Outcome paint_report(CPrintMan& manager, const QByteArray& report, const PageSet
     const QSize grid = grid_size(manager, setup.font, printer);
     const bool fits = grid.width() <= printer.width() && grid.height() <= printer.height();
     manager.set_logical_unit(&painter, setup.exact_size && fits ? 1 : 0, 0, 0);
-    Outcome painted = paint_pages(painter, printer, manager, report);
+    Outcome painted = paint_pages(painter, printer, manager, report, watch);
     if (!painted.ok())
         printer.abort();
     const bool ended = painter.end();
@@ -136,7 +134,8 @@ QString scratch_template() {
 
 } // namespace
 
-Outcome make_pdf(const QByteArray& report, const QByteArray& out, const PageSetup& setup) {
+Outcome make_pdf(const QByteArray& report, const QByteArray& out, const PageSetup& setup,
+                 JobWatch& watch) {
     const QString ps2pdf = QStandardPaths::findExecutable(QStringLiteral("ps2pdf"));
     if (ps2pdf.isEmpty())
         return Outcome::failure("ps2pdf is not installed; the Debian package ghostscript has it");
@@ -155,16 +154,17 @@ Outcome make_pdf(const QByteArray& report, const QByteArray& out, const PageSetu
     // The tool gets names that mean nothing to it: a '%' in a directory's name would.
     const QString ps = QStringLiteral("report.ps");
     const QString pdf = QStringLiteral("report.pdf");
-    Outcome painted = paint_report(manager, report, setup, scratch.filePath(ps));
+    Outcome painted = paint_report(manager, report, setup, scratch.filePath(ps), watch);
     if (!painted.ok())
         return painted;
-    Outcome converted = run_tool(ps2pdf, {ps, pdf}, scratch.path());
+    Outcome converted =
+        run_tool(ps2pdf, {ps, pdf}, scratch.path(), [&watch] { return watch.tool_works(); });
     if (!converted.ok())
         return converted;
     Outcome taken = take_over(scratch.filePath(pdf), pending);
     if (!taken.ok())
         return taken;
-    if (interrupted())
+    if (!watch.tool_works())
         return Outcome::failure("interrupted");
     return pending.commit() ? Outcome::success() : Outcome::failure(pending.error());
 }

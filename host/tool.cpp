@@ -25,6 +25,26 @@ void drain(QProcess& process, QByteArray& said) {
     said += more.left(max_kept - said.size());
 }
 
+/// The default handling of SIGCHLD for a while: where it is ignored no one learns how a child
+/// ended.
+class StatusesMeanwhile {
+public:
+    StatusesMeanwhile() {
+        sigaction(SIGCHLD, nullptr, &before_);
+        if (before_.sa_handler == SIG_IGN)
+            std::signal(SIGCHLD, SIG_DFL);
+    }
+    ~StatusesMeanwhile() {
+        if (before_.sa_handler == SIG_IGN)
+            sigaction(SIGCHLD, &before_, nullptr);
+    }
+    StatusesMeanwhile(const StatusesMeanwhile&) = delete;
+    StatusesMeanwhile& operator=(const StatusesMeanwhile&) = delete;
+
+private:
+    struct sigaction before_ {};
+};
+
 void end_group(QProcess& process) {
     const auto group = static_cast<pid_t>(process.processId());
     if (group > 0)
@@ -45,7 +65,9 @@ QByteArray describe(const ToolEnd& end) {
     return text;
 }
 
-Outcome run_tool(const QString& path, const QStringList& arguments, const QString& directory) {
+Outcome run_tool(const QString& path, const QStringList& arguments, const QString& directory,
+                 const std::function<bool()>& goes_on) {
+    const StatusesMeanwhile known;
     QProcess process;
     process.setProcessChannelMode(QProcess::MergedChannels);
     process.setStandardInputFile(QProcess::nullDevice());
@@ -62,7 +84,7 @@ Outcome run_tool(const QString& path, const QStringList& arguments, const QStrin
     QByteArray said;
     while (!process.waitForFinished(poll_milliseconds) && process.state() != QProcess::NotRunning) {
         drain(process, said);
-        if (interrupted()) {
+        if (interrupted() || (goes_on && !goes_on())) {
             end_group(process);
             return Outcome::failure("interrupted");
         }

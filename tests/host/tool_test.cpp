@@ -1,9 +1,12 @@
 #include "host/interrupt.h"
 #include "host/tool.h"
 
+#include <QElapsedTimer>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace {
@@ -45,6 +48,39 @@ TEST(Tool, FailuresAreTold) {
 
 TEST(Tool, MuchOutputDoesNotBlock) {
     EXPECT_EQ(message(QStringLiteral("head -c 3000000 /dev/zero; exit 0")), "");
+}
+
+TEST(Tool, StatusesAreKnownWhereChildrenAreIgnored) {
+    std::signal(SIGCHLD, SIG_IGN);
+    EXPECT_EQ(message(QStringLiteral("exit 7")), "sh failed with status 7");
+    EXPECT_EQ(message(QStringLiteral("true")), "");
+    EXPECT_EQ(std::signal(SIGCHLD, SIG_DFL), SIG_IGN);
+}
+
+TEST(Tool, EndsWhenWhoeverWaitsHasEnough) {
+    int asked = 0;
+    QElapsedTimer clock;
+    clock.start();
+    const host::Outcome ended =
+        host::run_tool(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QStringLiteral("sleep 60")},
+                       QStringLiteral("/"), [&asked] { return ++asked < 3; });
+    EXPECT_EQ(ended.message, "interrupted");
+    EXPECT_EQ(asked, 3);
+    EXPECT_LT(clock.elapsed(), 30000);
+}
+
+TEST(Interrupts, WakeWhoeverWaits) {
+    const auto job = [] {
+        std::array<int, 2> ends{};
+        if (::pipe2(ends.data(), O_NONBLOCK) != 0)
+            ::_exit(9);
+        host::catch_interrupts();
+        host::wake_on_interrupt(ends[1]);
+        ::raise(SIGTERM);
+        char byte = 0;
+        ::_exit(::read(ends[0], &byte, 1) == 1 ? 7 : 8);
+    };
+    EXPECT_EXIT(job(), testing::ExitedWithCode(7), "^$");
 }
 
 TEST(Interrupts, AreNotedWhileAJobAsks) {
