@@ -51,9 +51,11 @@ struct Command {
     std::vector<OptionText> options;
     const char* examples; ///< command lines, one a line
     Outcome (*run)(const Arguments& arguments);
+    bool on_display = false; ///< it opens windows
 };
 
 // What the program can do, each in a file of its own.
+extern const Command view_command;
 extern const Command info_command;
 extern const Command check_command;
 extern const Command text_command;

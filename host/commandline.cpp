@@ -120,8 +120,9 @@ constexpr const char* exit_statuses = "0  done\n"
 } // namespace
 
 const std::vector<const Command*>& commands() {
-    static const std::vector<const Command*> list{&info_command, &check_command, &text_command,
-                                                  &pdf_command,  &png_command,   &import_command};
+    static const std::vector<const Command*> list{&view_command,  &info_command, &check_command,
+                                                  &text_command,  &pdf_command,  &png_command,
+                                                  &import_command};
     return list;
 }
 
@@ -163,9 +164,10 @@ CommandLine parse_command_line(const QList<QByteArray>& arguments) {
 }
 
 QByteArray program_help() {
-    QByteArray text = "Usage: printman [--settings DIR] COMMAND ...\n\n"
-                      "Turns paged text reports into plain text, pictures and PDF files.\n\n"
-                      "Commands:\n";
+    QByteArray text =
+        "Usage: printman [--settings DIR] COMMAND ...\n\n"
+        "Shows paged text reports, and turns them into plain text, pictures and PDF files.\n\n"
+        "Commands:\n";
     for (const Command* command : commands()) {
         QByteArray head = QByteArray("  ") + command->name;
         for (const char* operand : command->operands)

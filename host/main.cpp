@@ -1,13 +1,14 @@
 #include "host/commandline.h"
 #include "host/console.h"
 #include "host/interrupt.h"
+#include "host/pendingfile.h"
 #include "host/settings.h"
 
 #include <QApplication>
 
 #include <csignal>
+#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <memory>
 
 namespace {
@@ -15,12 +16,32 @@ namespace {
 using host::CommandLine;
 using host::Outcome;
 
+/// What the toolkit is about to connect to; empty when it is connected or needs no display.
+QByteArray awaited_display;
+
 /// Standard error holds the program's own line and nothing else: the toolkit's remarks on the
 /// locale and on fonts are not for the user.
 void drop_toolkit_remarks(QtMsgType type, const QMessageLogContext& /*context*/,
                           const QString& text) {
-    if (type == QtFatalMsg)
+    if (type != QtFatalMsg)
+        return;
+    if (awaited_display.isEmpty()) {
         host::report_error(text.toLocal8Bit());
+        return;
+    }
+    // The toolkit would abort now; without a display that is nobody's fault.
+    host::report_error("cannot open a window: there is no " + awaited_display);
+    std::_Exit(Outcome::failed);
+}
+
+/// The display that the environment names; empty for none.
+QByteArray named_display() {
+    for (const char* variable : {"QT_QPA_PLATFORM", "WAYLAND_DISPLAY", "DISPLAY"}) {
+        const QByteArray name = qgetenv(variable);
+        if (!name.isEmpty())
+            return "display for " + QByteArray(variable) + '=' + name;
+    }
+    return {};
 }
 
 /// A variable of the environment that has another value for a while.
@@ -45,12 +66,16 @@ private:
     QByteArray was_;
 };
 
-/// The toolkit without a display. Where the session has no directory for sockets it would make one
-/// among the user's temporary files: it finds no place for that.
-std::unique_ptr<QApplication> start_toolkit(int& argc, char** argv) {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
+/// The toolkit, without a display unless @p on_display. Where the session has no directory for
+/// sockets it would make one among the user's temporary files: it finds no place for that.
+std::unique_ptr<QApplication> start_toolkit(int& argc, char** argv, bool on_display) {
+    if (on_display)
+        awaited_display = named_display();
+    else
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const VariableMeanwhile nowhere("TMPDIR", "/dev/null");
     auto application = std::make_unique<QApplication>(argc, argv);
+    awaited_display.clear();
     QApplication::setApplicationName(QStringLiteral("printman"));
     QApplication::setApplicationVersion(QStringLiteral(PRINTMAN_VERSION));
     return application;
@@ -64,12 +89,6 @@ void prepare_signals() {
     host::catch_interrupts();
 }
 
-QByteArray absolute(const QByteArray& path) {
-    std::error_code error;
-    const std::string directory = std::filesystem::current_path(error).native();
-    return path.startsWith('/') ? path : QByteArray::fromStdString(directory) + '/' + path;
-}
-
 Outcome tell(const CommandLine& line) {
     if (line.wish == CommandLine::Wish::version)
         host::print(host::version_text());
@@ -80,7 +99,7 @@ Outcome tell(const CommandLine& line) {
 
 Outcome run(const CommandLine& line) {
     if (line.settings)
-        host::host_settings() = host::Settings(absolute(*line.settings));
+        host::host_settings() = host::Settings(host::absolute_path(*line.settings));
     return line.command->run(line.arguments);
 }
 
@@ -116,8 +135,12 @@ int main(int argc, char** argv) {
     if (line.wish != CommandLine::Wish::run)
         return finish(line, tell(line));
 
+    const bool on_display = line.command->on_display;
+    if (on_display && named_display().isEmpty())
+        return finish(line, Outcome::failure("cannot open a window: there is no display; neither "
+                                             "DISPLAY nor WAYLAND_DISPLAY is set"));
     // The toolkit may not take arguments that are the user's.
     int one = argc > 0 ? 1 : 0;
-    const auto application = start_toolkit(one, argv);
+    const auto application = start_toolkit(one, argv, on_display);
     return finish(line, run(line));
 }

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -27,6 +28,12 @@ QByteArray behind_links(QByteArray path) {
 }
 
 } // namespace
+
+QByteArray absolute_path(const QByteArray& path) {
+    std::error_code error;
+    const std::string directory = std::filesystem::current_path(error).native();
+    return path.startsWith('/') ? path : QByteArray::fromStdString(directory) + '/' + path;
+}
 
 QByteArray directory_of(const QByteArray& path) {
     const qsizetype slash = path.lastIndexOf('/');

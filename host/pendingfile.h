@@ -51,6 +51,9 @@ private:
     QByteArray error_;
 };
 
+/// @p path with the current directory before it, unless it is absolute.
+QByteArray absolute_path(const QByteArray& path);
+
 /// @p path less its last name: "." where it has no directory.
 QByteArray directory_of(const QByteArray& path);
 

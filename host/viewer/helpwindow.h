@@ -1,0 +1,17 @@
+#pragma once
+
+#include "host/viewer/vieweractions.h"
+
+#include <QDialog>
+
+namespace host {
+
+/// A list of what keys and mouse do, that stays open beside the report.
+class HelpWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    HelpWindow(QWidget* parent, const std::vector<KeyText>& keys);
+};
+
+} // namespace host

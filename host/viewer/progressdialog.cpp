@@ -1,0 +1,49 @@
+#include "host/viewer/progressdialog.h"
+
+#include "host/viewer/texts.h"
+
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace host {
+
+ProgressDialog::ProgressDialog(QWidget* parent, const QString& what)
+    : QDialog(parent), text_(new QLabel(what)), bar_(new QProgressBar) {
+    setWindowTitle(QCoreApplication::applicationName());
+    setWindowModality(Qt::WindowModal);
+    text_->setTextFormat(Qt::PlainText);
+    bar_->setMinimumWidth(fontMetrics().horizontalAdvance(u'0') * 44);
+    bar_->setTextVisible(false);
+    bar_->setRange(0, 0);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
+    cancel_ = buttons->button(QDialogButtonBox::Cancel);
+    connect(buttons, &QDialogButtonBox::rejected, this, &ProgressDialog::reject);
+    auto* layout = new QVBoxLayout(this);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addWidget(text_);
+    layout->addWidget(bar_);
+    layout->addWidget(buttons);
+}
+
+void ProgressDialog::show_pages(int done, int total) {
+    bar_->setRange(0, total);
+    bar_->setValue(done);
+    bar_->setFormat(page_text(done, total));
+    bar_->setTextVisible(true);
+}
+
+void ProgressDialog::show_unknown() {
+    bar_->setRange(0, 0);
+    bar_->setTextVisible(false);
+}
+
+void ProgressDialog::reject() {
+    canceled_ = true;
+    cancel_->setEnabled(false);
+}
+
+} // namespace host

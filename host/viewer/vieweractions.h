@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QString>
+
+#include <vector>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+class QToolBar;
+class QWidget;
+
+namespace host {
+
+/// What the user can do in the viewer's window, beside the library's own mouse and keys. The window
+/// owns the actions and decides what each does and when it can be done.
+struct ViewerActions {
+    /// Makes the actions with their texts, icons and keys.
+    explicit ViewerActions(QMainWindow& window);
+
+    /// Fills the window's menu bar.
+    ///
+    /// @param shown actions that show and hide parts of the window
+    void add_menus(QMainWindow& window, const std::vector<QAction*>& shown);
+
+    /// Fills a tool bar; the two boxes get their places in it.
+    void add_tools(QToolBar& bar, QWidget* page_box, QWidget* zoom_box) const;
+
+    QAction* open;
+    QAction* reload;
+    QAction* save_page;
+    QAction* save_report;
+    QAction* export_pdf;
+    QAction* print_page;
+    QAction* quit;
+    QAction* copy;
+    QAction* copy_report;
+    QAction* find;
+    QAction* zoom_in;
+    QAction* zoom_out;
+    QAction* zoom_usual;
+    QAction* fit;
+    QAction* colours;
+    QAction* first;
+    QAction* previous;
+    QAction* next;
+    QAction* last;
+    QAction* go_to;
+    QAction* help;
+    QMenu* recent;
+};
+
+/// What a key or the mouse does, for the user to read.
+struct KeyText {
+    QString key;
+    QString what;
+};
+
+/// All keys of the window and what the mouse does in it.
+std::vector<KeyText> key_texts(const ViewerActions& actions);
+
+} // namespace host
