@@ -1,0 +1,103 @@
+// Makes the documentation's pictures of the viewer: viewer_pictures DIRECTORY
+
+#include "host/viewer/reportview.h"
+#include "host/viewer/viewerwindow.h"
+
+#include <printman/core/printman.h>
+#include <printman/render/screen.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+void use_dark_palette() {
+    QPalette dark(QColor(53, 53, 53));
+    dark.setColor(QPalette::Base, QColor(35, 35, 35));
+    dark.setColor(QPalette::Text, Qt::white);
+    dark.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    dark.setColor(QPalette::HighlightedText, Qt::black);
+    QApplication::setPalette(dark);
+}
+
+class Shown {
+public:
+    explicit Shown(QSize size) : window_(host::ViewerState(QFile::encodeName(state_.path()))) {
+        if (!window_.open(PRINTMAN_SOURCE_DIR "/examples/aging.rpt").ok())
+            qFatal("the sample report cannot be opened");
+        window_.resize(size);
+        window_.show();
+        QCoreApplication::processEvents();
+    }
+
+    void trigger(const char* action) {
+        window_.findChild<QAction*>(QString::fromLatin1(action))->trigger();
+    }
+
+    /// Drags from a cell to another.
+    void select(QPoint from, QPoint to) {
+        auto* screen = window_.findChild<CScreen*>();
+        const QFontMetrics metrics(screen->font());
+        const auto place = [&](QPoint cell) {
+            return QPoint(20 + cell.x() * metrics.maxWidth() + metrics.maxWidth() / 2,
+                          20 + cell.y() * metrics.height() + metrics.height() / 2);
+        };
+        QTest::mousePress(screen, Qt::LeftButton, {}, place(from));
+        QTest::mouseMove(screen, place(to));
+        QTest::mouseRelease(screen, Qt::LeftButton, {}, place(to));
+    }
+
+    void mark(const char* text) {
+        CPrintMan& manager = window_.view()->manager();
+        manager.find_string_item(QString::fromLatin1(text), true, false, false);
+        manager.show_page_hilights(false);
+        emit window_.view()->selection_changed();
+    }
+
+    void save(const QString& name) {
+        // The status bar makes room for its texts when it has the time.
+        QCoreApplication::processEvents();
+        window_.grab().save(name);
+    }
+
+private:
+    QTemporaryDir state_;
+    host::ViewerWindow window_;
+};
+
+void make_pictures(const QString& directory) {
+    constexpr QSize size(1100, 640);
+    const auto name = [&directory](const char* file) {
+        return directory + u'/' + QString::fromLatin1(file);
+    };
+    {
+        Shown shown(size);
+        shown.select({0, 15}, {70, 16});
+        shown.save(name("viewer.png"));
+        shown.mark("total");
+        shown.save(name("viewer-marks.png"));
+        for (int i = 0; i < 4; ++i)
+            shown.trigger("zoom_in");
+        shown.save(name("viewer-300.png"));
+        shown.trigger("fit");
+        shown.save(name("viewer-fit.png"));
+    }
+    use_dark_palette();
+    Shown dark(size);
+    dark.trigger("next");
+    dark.mark("total");
+    dark.save(name("viewer-dark.png"));
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    if (argc != 2)
+        qFatal("usage: viewer_pictures DIRECTORY");
+    make_pictures(QFile::decodeName(argv[1]));
+    return 0;
+}
