@@ -49,7 +49,9 @@ Outcome run_view(const Arguments& arguments) {
     window.show();
     if (!interrupted())
         QApplication::exec();
-    window.keep_state();
+    // A window that was closed has kept its state.
+    if (window.isVisible())
+        window.keep_state();
     return Outcome::success();
 }
 

@@ -131,10 +131,10 @@ void ReportView::make_view() {
     manager_->init_rpt_view(this, &room, settings_have_font() ? nullptr : &font);
     scroll_ = findChild<QScrollView*>();
     if (scroll_)
-        watch_mouse();
+        watch_screen();
 }
 
-void ReportView::watch_mouse() {
+void ReportView::watch_screen() {
     scroll_->viewport()->installEventFilter(this);
     auto* screen = scroll_->findChild<CScreen*>();
     screen->installEventFilter(this);
@@ -142,6 +142,10 @@ void ReportView::watch_mouse() {
     connect(screen, &CScreen::mouse_press, this, &ReportView::selection_changed);
     connect(screen, &CScreen::mouse_move, this, &ReportView::selection_changed);
     connect(screen, &CScreen::mouse_release, this, &ReportView::selection_changed);
+    connect(screen, &CScreen::paste_text, this, [this] {
+        if (!manager_->last_job_ok())
+            emit key_failed(manager_->last_job_error());
+    });
 }
 
 int ReportView::columns() const {
@@ -308,6 +312,8 @@ bool ReportView::eventFilter(QObject* watched, QEvent* event) {
 
 void ReportView::resizeEvent(QResizeEvent* event) {
     manager_->resize(event->size());
+    // A page that is fitted anew loses its selection.
+    emit selection_changed();
     QWidget::resizeEvent(event);
 }
 

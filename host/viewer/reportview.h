@@ -86,6 +86,9 @@ public:
 signals:
     void selection_changed();
 
+    /// A key of the page did not do what it does; @p why says so in one line.
+    void key_failed(const QString& why);
+
     /// Ctrl and the wheel: one step larger (1) or smaller (-1).
     void zoom_wanted(int step);
 
@@ -98,7 +101,7 @@ private:
     struct Middle;
 
     void make_view();
-    void watch_mouse();
+    void watch_screen();
     Outcome show_at(const QString& zoom, bool fits);
     bool apply(const QString& zoom, bool fits);
     Outcome page_problem(int page) const;

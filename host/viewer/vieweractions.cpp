@@ -167,6 +167,7 @@ std::vector<KeyText> key_texts(const ViewerActions& actions) {
           actions.save_report, actions.save_page, actions.export_pdf, actions.print_page,
           actions.help, actions.quit})
         add(action);
+    texts.push_back({Texts::tr("Ctrl+V"), Texts::tr("Show the clipboard in the browser program")});
     texts.push_back({Texts::tr("Drop a file"), Texts::tr("Open it")});
     return texts;
 }

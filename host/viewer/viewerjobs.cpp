@@ -82,7 +82,7 @@ void ViewerWindow::run_job(const QString& label, const QString& what,
     if (outcome.ok())
         statusBar()->showMessage(done, message_time);
     else if (stopped)
-        statusBar()->showMessage(tr("Canceled"), message_time);
+        statusBar()->showMessage(tr("Cancelled"), message_time);
     else
         tell(what, outcome);
 }
@@ -94,7 +94,10 @@ void ViewerWindow::save_page(const QByteArray& out) {
     if (!names.ok())
         return tell(tr("Nothing was written."), names);
     // The library tells what goes wrong.
-    view_->manager().save_cur_page(this, out.constData());
+    CPrintMan& manager = view_->manager();
+    manager.save_cur_page(this, out.constData());
+    if (manager.last_job_ok())
+        statusBar()->showMessage(tr("Saved as %1").arg(short_name(out)), message_time);
 }
 
 void ViewerWindow::save_report(const QByteArray& out) {

@@ -52,7 +52,7 @@ QByteArray dropped_file(const QList<QUrl>& urls) {
 }
 
 ViewerWindow::ViewerWindow(ViewerState state)
-    : state_(std::move(state)), actions_(*this), tools_(addToolBar(tr("Tool Bar"))),
+    : state_(std::move(state)), actions_(*this), tools_(addToolBar(tr("&Tool Bar"))),
       geometry_text_(status_label()), selection_text_(status_label()), page_text_(status_label()) {
     setWindowIcon(window_icon());
     setAcceptDrops(true);
@@ -147,6 +147,10 @@ void ViewerWindow::connect_boxes() {
 void ViewerWindow::connect_view() {
     connect(view_, &ReportView::selection_changed, this, &ViewerWindow::update_selection);
     connect(view_, &ReportView::zoom_wanted, this, &ViewerWindow::zoom_by);
+    connect(view_, &ReportView::key_failed, this, [this](const QString& why) {
+        tell(tr("The clipboard was not shown in the browser."),
+             Outcome::failure(QFile::encodeName(why)));
+    });
 }
 
 Outcome ViewerWindow::open(const QByteArray& path, int page) {
@@ -171,9 +175,14 @@ Outcome ViewerWindow::open(const QByteArray& path, int page) {
     return opened;
 }
 
-void ViewerWindow::open_or_tell(const QByteArray& path, int page) {
-    if (!busy_)
-        tell(tr("The report cannot be opened."), open(path, page));
+bool ViewerWindow::open_or_tell(const QByteArray& path, int page) {
+    if (busy_)
+        return true;
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    Outcome opened = open(path, page);
+    QApplication::restoreOverrideCursor();
+    tell(tr("The report cannot be opened."), opened);
+    return opened.ok();
 }
 
 void ViewerWindow::restore_state() {
@@ -268,10 +277,8 @@ void ViewerWindow::fill_recent() {
         QAction* action =
             actions_.recent->addAction(QStringLiteral("&%1  %2").arg(++number % 10).arg(name));
         connect(action, &QAction::triggered, this, [this, file] {
-            Outcome opened = open(file);
-            if (!opened.ok())
+            if (!open_or_tell(file))
                 state_.remove_recent(file);
-            tell(tr("The report cannot be opened."), opened);
         });
     }
     if (number > 0)

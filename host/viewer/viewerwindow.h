@@ -34,8 +34,10 @@ public:
     /// @param page where to begin, from 1; the last page when there are fewer
     Outcome open(const QByteArray& path, int page = 1);
 
-    /// Opens it and tells the user when that fails.
-    void open_or_tell(const QByteArray& path, int page = 1);
+    /// Opens it and tells the user when that fails; during a job it does nothing.
+    ///
+    /// @return false when it failed
+    bool open_or_tell(const QByteArray& path, int page = 1);
 
     /// What is shown; null before the first report.
     ReportView* view() const { return view_; }

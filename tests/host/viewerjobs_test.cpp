@@ -1,11 +1,11 @@
-#include "host/viewer/progressdialog.h"
 #include "tests/host/viewerfixture.h"
 #include "tests/support/tools.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QFileDialog>
-#include <QStandardPaths>
+#include <QDialog>
+#include <QDir>
+#include <QElapsedTimer>
 #include <QTest>
 #include <QTimer>
 
@@ -26,8 +26,6 @@ protected:
     }
 };
 
-const QString no_ps2pdf = QStringLiteral("ps2pdf failed with status 3: no memory");
-
 } // namespace
 
 TEST_F(ViewerJobs, TheReportIsSavedAsText) {
@@ -40,6 +38,66 @@ TEST_F(ViewerJobs, TheReportIsSavedAsText) {
     EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
     EXPECT_EQ(boxes_.texts, QStringList());
     EXPECT_EQ(boxes_.progress_dialogs, 0);
+}
+
+TEST_F(ViewerJobs, ThePageIsSavedAsText) {
+    open();
+    action("next").trigger();
+    window_->save_page(path("out.txt"));
+    EXPECT_TRUE(read("out.txt").startsWith("page 2"));
+    EXPECT_EQ(boxes_.texts, QStringList());
+    window_->save_page(path("no/out.txt"));
+    ASSERT_EQ(boxes_.texts.size(), 1);
+    EXPECT_TRUE(boxes_.texts.first().startsWith(QStringLiteral("Can not open file: ")));
+}
+
+TEST_F(ViewerJobs, TheWholeReportIsCopiedAndThePageStays) {
+    open();
+    action("last").trigger();
+    window_->copy_report();
+    EXPECT_EQ(QApplication::clipboard()->text().count(QStringLiteral("<table")), 3);
+    EXPECT_EQ(page_box(), QStringLiteral("3 of 3"));
+    EXPECT_EQ(boxes_.texts, QStringList());
+}
+
+TEST_F(ViewerJobs, ACancelledCopyLeavesTheClipboard) {
+    open_long();
+    QApplication::clipboard()->setText(QStringLiteral("earlier"));
+    boxes_.cancel_jobs = true;
+    window_->copy_report();
+    EXPECT_EQ(boxes_.progress_dialogs, 1);
+    EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("earlier"));
+    EXPECT_EQ(boxes_.texts, QStringList());
+}
+
+TEST_F(ViewerJobs, APrintThatIsCancelledIsNoError) {
+    open();
+    int dialogs = 0;
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, [&dialogs] {
+        if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            ++dialogs;
+            dialog->reject();
+        }
+    });
+    look.start(20);
+    action("print_page").trigger();
+    EXPECT_GE(dialogs, 1);
+    EXPECT_EQ(boxes_.texts, QStringList());
+    EXPECT_EQ(window_->focusWidget(), &screen());
+}
+
+TEST_F(ViewerJobs, AClipboardThatCannotBeShownIsTold) {
+    open();
+    const QString before = QDir::currentPath();
+    ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("printman0001.html")));
+    ASSERT_TRUE(QDir::setCurrent(directory_.path()));
+    QApplication::clipboard()->setText(QStringLiteral("text"));
+    QTest::keyClick(&screen(), Qt::Key_V, Qt::ControlModifier);
+    QDir::setCurrent(before);
+    ASSERT_EQ(boxes_.texts.size(), 1);
+    EXPECT_TRUE(boxes_.texts.first().startsWith(
+        QStringLiteral("The clipboard was not shown in the browser.\n\n")));
 }
 
 TEST_F(ViewerJobs, ThePdfHoldsTheReport) {
@@ -121,7 +179,8 @@ TEST_F(ViewerJobs, AFailedPs2pdfIsTold) {
     write("out.pdf", "earlier");
     window_->export_pdf(path("out.pdf"));
     ASSERT_EQ(boxes_.texts.size(), 1);
-    EXPECT_TRUE(boxes_.texts.first().endsWith(no_ps2pdf));
+    EXPECT_TRUE(
+        boxes_.texts.first().endsWith(QStringLiteral("ps2pdf failed with status 3: no memory")));
     EXPECT_EQ(read("out.pdf"), "earlier");
 }
 
