@@ -46,7 +46,7 @@ QByteArray ViewerWindow::ask_name(const QString& title, const QString& addition,
         return {};
     const QString name = dialog.selectedFiles().constFirst();
     save_directory_ = QFileInfo(name).path();
-    const QByteArray bytes = QFile::encodeName(name);
+    QByteArray bytes = QFile::encodeName(name);
     if (QFile::decodeName(bytes) != name) {
         tell(tr("Nothing was written."),
              Outcome::failure("The name is not valid in the locale's encoding"));

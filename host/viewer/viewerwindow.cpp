@@ -43,8 +43,7 @@ QLabel* status_label() {
 QByteArray dropped_file(const QList<QUrl>& urls) {
     for (const QUrl& url : urls) {
         // A name is bytes, which need not be text.
-        const QByteArray path =
-            QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
+        QByteArray path = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
         if (url.isLocalFile() && path.startsWith('/') && !path.contains('\0'))
             return path;
     }

@@ -20,7 +20,7 @@ protected:
     /// That one box was opened since the last call, and what it said.
     QString told() {
         EXPECT_EQ(boxes_.texts.size(), 1);
-        const QString text = boxes_.texts.value(0);
+        QString text = boxes_.texts.value(0);
         boxes_.texts.clear();
         return text;
     }

@@ -17,6 +17,9 @@ protected:
     }
 
     void use_display() {
+        // One that cannot be started is not looked for: libdbus leaks when it does.
+        environment_.insert(QStringLiteral("DBUS_SESSION_BUS_ADDRESS"),
+                            QStringLiteral("disabled:"));
         environment_.insert(QStringLiteral("DISPLAY"), QString::fromLatin1(qgetenv("DISPLAY")));
     }
 
