@@ -162,12 +162,13 @@ std::vector<KeyText> key_texts(const ViewerActions& actions) {
     texts.push_back({Texts::tr("Ctrl and wheel"), Texts::tr("Zoom")});
     texts.push_back({Texts::tr("Drag with the mouse"), Texts::tr("Select text")});
     texts.push_back({Texts::tr("Click"), Texts::tr("Select nothing")});
-    for (const QAction* action :
-         {actions.copy, actions.copy_report, actions.find, actions.open, actions.reload,
-          actions.save_report, actions.save_page, actions.export_pdf, actions.print_page,
-          actions.help, actions.quit})
-        add(action);
+    add(actions.copy);
+    add(actions.copy_report);
     texts.push_back({Texts::tr("Ctrl+V"), Texts::tr("Show the clipboard in the browser program")});
+    for (const QAction* action :
+         {actions.find, actions.open, actions.reload, actions.save_report, actions.save_page,
+          actions.export_pdf, actions.print_page, actions.help, actions.quit})
+        add(action);
     texts.push_back({Texts::tr("Drop a file"), Texts::tr("Open it")});
     return texts;
 }

@@ -68,7 +68,7 @@ private:
 };
 
 void make_pictures(const QString& directory) {
-    constexpr QSize size(1100, 640);
+    constexpr QSize size(1124, 640);
     const auto name = [&directory](const char* file) {
         return directory + u'/' + QString::fromLatin1(file);
     };
