@@ -61,9 +61,9 @@ TEST(Tool, EndsWhenWhoeverWaitsHasEnough) {
     int asked = 0;
     QElapsedTimer clock;
     clock.start();
-    const host::Outcome ended =
-        host::run_tool(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QStringLiteral("sleep 60")},
-                       QStringLiteral("/"), [&asked] { return ++asked < 3; });
+    const host::Outcome ended = host::run_tool(
+        QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QStringLiteral("sleep 60")},
+        QStringLiteral("/"), [&asked] { return ++asked < 3; });
     EXPECT_EQ(ended.message, "interrupted");
     EXPECT_EQ(asked, 3);
     EXPECT_LT(clock.elapsed(), 30000);
