@@ -6,13 +6,24 @@
 
 namespace printman {
 
+namespace {
+
+/// How a text is drawn in its cell. One that has a cell for each character fits; what a scaled
+/// painter's rounding makes it wider by may not cost its first or last character.
+int cell_flags(const StringItem& item) {
+    const int flags = alignment_flags(item.align);
+    return item.text.size() <= item.cell.width() ? flags | Qt::TextDontClip : flags;
+}
+
+} // namespace
+
 void ItemPainter::draw(const StringItem& item) {
-    painter_.drawText(units_.logical(item.cell), alignment_flags(item.align),
-                      shown_text(item.text));
+    painter_.drawText(units_.logical(item.cell), cell_flags(item), shown_text(item.text));
 }
 
 void ItemPainter::draw_highlight(const StringItem& item) {
-    painter_.drawText(item.drawn, alignment_flags(item.align), shown_text(item.text));
+    painter_.drawText(item.drawn, alignment_flags(item.align) | Qt::TextDontClip,
+                      shown_text(item.text));
 }
 
 void ItemPainter::draw_page(std::span<QValueList<StringItem>> rows) {
@@ -33,7 +44,7 @@ void ItemPainter::draw_page(std::span<QValueList<StringItem>> rows) {
             else if (straight.is_on_page())
                 painter_.drawText(baseline, text);
             else
-                painter_.drawText(cell, flags, text);
+                painter_.drawText(cell, cell_flags(item), text);
         }
     }
 }

@@ -230,3 +230,27 @@ TEST_F(ItemPainting, textTakesTheSamePlaceStraightAndThroughThePainter) {
     EXPECT_EQ(words, 4);
     EXPECT_EQ(one.hasNext(), two.hasNext());
 }
+
+TEST_F(ItemPainting, aTextThatFillsItsCellLosesNothingAtAnyScale) {
+    // Where Qt's layout is higher than the font's line, it clips what is drawn in a cell.
+    const auto paint_in = [this](int width, int points, int percent) {
+        const QSize size = QSize(280, 36) * percent / 100;
+        QImage image(size, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        std::vector<QValueList<StringItem>> rows(lines);
+        rows[1] << item(4, 1, width, QStringLiteral("M. Hartwell  555-0134"), 2);
+        QPainter p(&image);
+        QFont small(QStringLiteral("Liberation Mono"), points);
+        small.setHintingPreference(QFont::PreferFullHinting);
+        p.setFont(small);
+        units_.set_in(p, columns, lines, image.rect());
+        ItemPainter(p, units_).draw_page(rows);
+        p.end();
+        return image;
+    };
+    for (int points = 5; points <= 14; ++points) {
+        for (int percent = 30; percent <= 250; percent += 7)
+            EXPECT_EQ(paint_in(21, points, percent), paint_in(30, points, percent))
+                << points << ' ' << percent;
+    }
+}

@@ -38,6 +38,8 @@ Desktop::Desktop() {
     }
     qputenv("DISPLAY", ':' + QByteArray(number.data()).trimmed());
     qputenv("QT_QPA_PLATFORM", "xcb");
+    // A session bus would be started for it, and not given back.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
 }
 
 Desktop::~Desktop() {
