@@ -1,0 +1,108 @@
+#include <printman/printer/freename.h>
+#include <printman/printer/hostservices.h>
+#include <printman/printer/paths.h>
+#include <printman/printer/textfield.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRandomGenerator>
+
+#include <array>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+using PathBuffer = std::array<char, 256>;
+
+/// Null when the setting has no value.
+const char* setting(const char* name) {
+    const char* const value = GetEnv(name, "dlwmenu.ini", "env");
+    return value && *value ? value : nullptr;
+}
+
+/// Empty when the current directory is asked for and was removed.
+QString directory(const char* name) {
+    const char* const value = setting(name);
+    return value ? QFile::decodeName(value) : QDir::currentPath();
+}
+
+QString config_path(const QString& name) {
+    const QString dir = directory("PRTINI");
+    return dir.isEmpty() ? dir : dir + name;
+}
+
+QString scratch_path(const QString& prefix, const QString& ext) {
+    const QString dir = directory("TMPDIR");
+    return dir.isEmpty() ? dir : get_tmpfile(dir, prefix, ext);
+}
+
+bool is_taken(const QString& path) {
+    const QFileInfo info(path);
+    return info.isSymLink() || info.exists();
+}
+
+char* scratch_name(PathBuffer& buffer, const char* file) {
+    const char* const dir = setting("TMPDIR");
+    const std::string path = std::string(dir ? dir : "/tmp") + file;
+    const bool fits = path.size() < buffer.size();
+    printman::put_text(buffer.data(), buffer.size(), fits ? path : std::string());
+    return buffer.data();
+}
+
+} // namespace
+
+QString printman::free_name(const QString& start, const QString& end,
+                            const std::function<int()>& number) {
+    QString path;
+    do {
+        path = start + QString::number(number()) + end;
+    } while (is_taken(path));
+    return path;
+}
+
+QString get_prtbin_path() {
+    return config_path(QStringLiteral("/PRTSETUP.BIN"));
+}
+
+QString get_prtini_path() {
+    return config_path(QStringLiteral("/dlwprt.ini"));
+}
+
+QString get_tmpprtbin_path() {
+    return scratch_path(QStringLiteral("prt"), QStringLiteral("bin"));
+}
+
+QString get_prtoutput_path() {
+    return scratch_path(QStringLiteral("kpo"), QStringLiteral("ps"));
+}
+
+QString get_output_path() {
+    return scratch_path(QStringLiteral("ko"), QStringLiteral("txt"));
+}
+
+QString get_pdfform_path() {
+    return scratch_path(QStringLiteral("fm"), QStringLiteral("pdf"));
+}
+
+QString get_watermark_path() {
+    return scratch_path(QStringLiteral("wm"), QStringLiteral("txt"));
+}
+
+QString get_tmpfile(const QString& dir, const QString& prefix, const QString& ext) {
+    // The process's own generator is left to the host: seeded with the second, it would start the
+    // host's numbers anew, and be stuck on a taken name until the next second.
+    return printman::free_name(dir + u'/' + prefix, ext.isNull() ? ext : u'.' + ext,
+                               [] { return QRandomGenerator::global()->bounded(RAND_MAX); });
+}
+
+char* get_pdffile_name() {
+    static PathBuffer buffer;
+    return scratch_name(buffer, "/korvopdf.pdf");
+}
+
+char* get_formfile_name() {
+    static PathBuffer buffer;
+    return scratch_name(buffer, "/korvoform.pdf");
+}

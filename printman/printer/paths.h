@@ -1,0 +1,36 @@
+#pragma once
+
+#include <printman/toolkit/export.h>
+
+#include <QString>
+
+// Where the library's files are. Each function asks the host for a setting of "dlwmenu.ini",
+// section "env", and adds the file name to what it says, as it says it; without the setting it is
+// the current directory, and an empty text where that no longer exists. No function creates a file.
+
+/// The printer setup file, "/PRTSETUP.BIN", in the directory PRTINI.
+PRINTMAN_EXPORT QString get_prtbin_path();
+
+/// The printer id file, "/dlwprt.ini", in the directory PRTINI.
+PRINTMAN_EXPORT QString get_prtini_path();
+
+// A name of get_tmpfile() in the directory TMPDIR.
+PRINTMAN_EXPORT QString get_tmpprtbin_path(); ///< "prt", "bin"
+PRINTMAN_EXPORT QString get_prtoutput_path(); ///< "kpo", "ps"
+PRINTMAN_EXPORT QString get_output_path();    ///< "ko", "txt"
+PRINTMAN_EXPORT QString get_pdfform_path();   ///< "fm", "pdf"
+PRINTMAN_EXPORT QString get_watermark_path(); ///< "wm", "txt"
+
+/// A name under which nothing is found: @p dir, a slash, @p prefix, a decimal number, and, unless
+/// @p ext is a null string, a dot and @p ext. It stays free only until someone takes it: create it
+/// so that an existing file makes that fail.
+PRINTMAN_EXPORT QString get_tmpfile(const QString& dir, const QString& prefix, const QString& ext);
+
+/// "korvopdf.pdf" in the directory TMPDIR, else in /tmp.
+///
+/// @return a static buffer of 256 bytes, which every call overwrites; empty when the path does not
+///         fit
+PRINTMAN_EXPORT char* get_pdffile_name();
+
+/// The same for "korvoform.pdf", in a buffer of its own.
+PRINTMAN_EXPORT char* get_formfile_name();
