@@ -4,6 +4,7 @@
 #include <printman/core/progress.h>
 #include <printman/core/stringitem.h>
 #include <printman/core/text.h>
+#include <printman/printer/prtsetup.h>
 #include <printman/toolkit/export.h>
 #include <printman/toolkit/qvaluelist.h>
 
@@ -49,6 +50,10 @@ public:
     /// A file that the destructor removes when remove_on_destroy is not 0. The host sets both.
     QString remove_file;
     int remove_on_destroy = 0;
+
+    /// The station's key in the printer id file, for get_prt_id(char*, int). The host sets it; the
+    /// text need not be terminated.
+    char prt_key[128] = {};
 
     /// Makes the printer and chooses a fresh report file name, "rpt" and a number, in the directory
     /// that the setting TMPDIR names, else in the current directory. The first add_rpt_page()
@@ -360,6 +365,79 @@ public:
     ///
     /// @return 0
     int show_print_dest(const PrintDest& dest);
+
+    // The printers that the host hands over: those that it defines itself, and the local ones. Of
+    // each list the host sets the capacity to exactly the number of its printers and adds them all
+    // before anything walks the list; adding and walking share one place in it.
+
+    /// Makes room for @p n printers, all zero, in place of those before; the place in the list
+    /// stays. Nothing changes when @p n is not 1 to 65,536, or when memory is short.
+    void set_numwin_printer(int n);
+    void set_numunix_printer(int n);
+
+    /// Copies a printer in at the place in the list and moves on; nothing for null or a full list.
+    void add_win_printer(const WinPrtSetup* printer);
+    void add_unix_printer(const UnixPrtSetup* printer);
+
+    /// Copies the first printer of the list out: 1; 0 for null or a list without room.
+    int first_win_printer(WinPrtSetup* printer);
+    int first_unix_printer(UnixPrtSetup* printer);
+
+    /// Copies the next printer out, all zero where none was added: 1; 0 for null or at the end.
+    int next_win_printer(WinPrtSetup* printer);
+    int next_unix_printer(UnixPrtSetup* printer);
+
+    /// Whether there is room for local printers.
+    bool is_unix_print();
+
+    /// Looks a printer up in the setup file. An output may be null.
+    ///
+    /// @param id          compared byte by byte
+    /// @param printer_name,font_name,style_name receive at most 128 bytes, terminator included
+    /// @param paper_name  receives at most 80 bytes; empty for an unknown paper
+    /// @param orientation_name receives "Portrait" or "Landscape", at most 128 bytes; stays for any
+    ///                    other orientation
+    /// @param page_length,first_line,last_line lines of the default page
+    /// @param top,bottom,left,right margins in inches
+    /// @param point_size  of the report font
+    /// @return 1; 0 when the id is not found, and the outputs then stay
+    int find_prt_data(const char* id, char* printer_name, char* paper_name, char* orientation_name,
+                      char* font_name, char* style_name, int* use_default_page_length,
+                      int* page_length, int* first_line, int* last_line, double* top,
+                      double* bottom, double* left, double* right, int* point_size);
+
+    /// Whether the setup file says that the printer has a default page length: 1 or 0.
+    int has_local_defpagelen(const char* id);
+
+    /// The page length in the setup file, whatever has_local_defpagelen() answers: 1, or 0 when the
+    /// id is not found, and the outputs then stay.
+    int get_local_defpagelen(const char* id, int* page_length, int* first_line, int* last_line);
+
+    /// Whether the list of host-defined printers has a page length for this one: 1 or 0. The list
+    /// is walked, also with local printers.
+    int has_remote_defpagelen(const char* id);
+
+    /// The page length in the list of local printers when there is room for any, else in the list
+    /// of host-defined ones, which is walked: 1, or 0 when the id is not found or all three numbers
+    /// are 0, and the outputs then stay.
+    int get_remote_defpagelen(const char* id, int* page_length, int* first_line, int* last_line);
+
+    /// Appends the ids of the setup file's printers, in file order, to printer_ids(). The file
+    /// stays open until the next call or the end of the manager.
+    void get_prt_id();
+
+    /// What get_prt_id() has collected.
+    const QStringList& printer_ids() const;
+
+    /// Looks up the printer id for prt_key; an empty key answers 0, and @p buffer stays.
+    int get_prt_id(char* buffer, int size);
+
+    /// Looks up the printer id for @p key in the printer id file.
+    ///
+    /// @param buffer zero-filled over @p size bytes, then receives the id, terminated
+    /// @return the length of the id as the host's GetPrivateProfileString() answers it; 0 without
+    ///         an id, for null, or when the path of the file is longer than 255 bytes
+    int get_prt_id(const char* key, char* buffer, int size);
 
     /// Does nothing: a hook that hosts call.
     void printman_error(const char* message);

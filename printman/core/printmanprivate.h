@@ -5,6 +5,8 @@
 #include <printman/core/pagerows.h>
 #include <printman/core/printman.h>
 #include <printman/core/reportbuffer.h>
+#include <printman/printer/printerlookup.h>
+#include <printman/printer/setupfile.h>
 #include <printman/render/pageunits.h>
 #include <printman/render/screenview.h>
 #include <printman/select/highlights.h>
@@ -33,6 +35,11 @@ public:
     printman::ScreenSearch screen_search{screen, rows, highlights};
     printman::SearchCycle search;
     QPoint press; ///< where the mouse button went down; (0, 0) when it is no drag
+
+    printman::HostPrinters host_printers;
+    printman::UnixPrinters unix_printers;
+    QStringList printer_ids;
+    std::unique_ptr<printman::SetupFile> listed_file; ///< what printer_ids came from last
 
     PrintmanProgress progress;
     QString job_error;
