@@ -51,6 +51,14 @@ void CPrintMan::Private::make_printer() {
     printer->setPageSize(page_size_of(letter_page_size));
 }
 
+void CPrintMan::Private::start_report() {
+    make_printer();
+    report.clear_index();
+    // Nothing of an earlier report is selected or painted as a page of this one.
+    rows.release();
+    highlights.forget();
+}
+
 bool CPrintMan::Private::printing_aborted() const {
     return printer && printer->printerState() == QPrinter::Aborted;
 }
@@ -83,16 +91,14 @@ int CPrintMan::init_printman() {
     } while (QFile::exists(QFile::decodeName(name.c_str())));
     if (!d->report.set_file_name(name))
         return -1;
-    d->make_printer();
-    d->report.clear_index();
+    d->start_report();
     return static_cast<int>(name.size());
 }
 
 int CPrintMan::init_printman(const char* path) {
     if (!path || !d->report.set_file_name(path))
         return -1;
-    d->make_printer();
-    d->report.clear_index();
+    d->start_report();
     return init_scr_buffer(0, 0);
 }
 

@@ -195,6 +195,7 @@ public:
     int print_histringitem(QPainter* p, const StringItem& item);
 
     /// Draws the loaded page with the painter's pen and font, and records where each item stands.
+    /// Where the page is on screen, too, selection then needs it shown once more.
     ///
     /// @return 1, or 0 when printing was aborted or there is nothing to paint on
     int print_page(QPainter* p);
@@ -208,7 +209,7 @@ public:
     /// out in the font, the zoom and the mode (preview or not) of now; nothing is painted yet.
     /// Outside preview the sheet has the shape of the printer's paper and holds the whole text, and
     /// the font has its size times the zoom; in preview the whole page fits the view. The widgets
-    /// belong to @p parent, and go with it.
+    /// belong to @p parent, and go with it; their names are "report_view" and "report_screen".
     ///
     /// @param parent where the view is made; null keeps that of an earlier call, as do
     /// @param size   the size of the view, and
@@ -230,7 +231,8 @@ public:
     ///         show_rpt_page() when it cannot be shown
     int goto_rpt_page(int page);
 
-    /// Shows the page's image on the screen widget again; @p widget is that widget.
+    /// Shows the page's image again: on the screen widget at once, or on @p widget when that is
+    /// within its paint event.
     void repaint_rpt_page(QWidget* widget);
 
     /// Resizes the view; in preview the page is fitted to the new size.

@@ -48,6 +48,7 @@ public:
     int cell_height = 0;
 
     void make_printer();
+    void start_report();
     bool printing_aborted() const;
     void write_text(printman::OutputFile& out);
     void add_marker(int row, const printman::MarkerParse& parse);

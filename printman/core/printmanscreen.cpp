@@ -16,10 +16,10 @@
 using namespace printman;
 
 bool CPrintMan::Private::show_loaded_page(bool is_another) {
-    if (is_another)
+    if (is_another || !screen.shows(rows))
         highlights.forget();
     QPainter p;
-    const bool done = screen.begin_page(p, rows);
+    const bool done = screen.begin_page(p, report.geometry(), rows);
     if (done) {
         if (!printing_aborted())
             ItemPainter(p, units).draw_page(rows.rows());
@@ -54,14 +54,13 @@ int CPrintMan::goto_rpt_page(int page) {
     return d->show_loaded_page(true);
 }
 
-void CPrintMan::repaint_rpt_page(QWidget* /*widget*/) {
-    if (!d->screen.screen())
-        return;
-    if (!d->screen.screen()->testAttribute(Qt::WA_WState_InPaintEvent)) {
+void CPrintMan::repaint_rpt_page(QWidget* widget) {
+    // Only in its paint event can a widget be painted on.
+    if (!widget || !widget->testAttribute(Qt::WA_WState_InPaintEvent)) {
         d->screen.show_image();
         return;
     }
-    d->screen.paint_screen();
+    d->screen.paint_on(*widget);
     // Not from within the paint event, which it starts anew.
     if (d->screen.is_outdated())
         QMetaObject::invokeMethod(

@@ -5,6 +5,7 @@
 #include <printman/render/zoom.h>
 #include <printman/toolkit/qscrollview.h>
 
+#include <QApplication>
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
@@ -59,9 +60,7 @@ void ScreenView::set_font(const QFont& font) {
     // A font that was asked for in pixels has a size in points all the same.
     if (base_point_size_ <= 0)
         base_point_size_ = QFontInfo(font).pointSize();
-    // Characters as wide as their cells, to the pixel: hinted ones are.
-    if (font_.hintingPreference() == QFont::PreferDefaultHinting)
-        font_.setHintingPreference(QFont::PreferFullHinting);
+    font_.setHintingPreference(QFont::PreferFullHinting);
 }
 
 void ScreenView::set_screen_font() {
@@ -74,7 +73,8 @@ void ScreenView::set_screen_font() {
 }
 
 bool ScreenView::may_make_widgets(const QSize* size) const {
-    return parent_ || (!had_parent_ && size);
+    return qobject_cast<QApplication*>(QCoreApplication::instance()) &&
+           (parent_ || (!had_parent_ && size));
 }
 
 void ScreenView::make_widgets(CPrintMan* owner) {
@@ -84,6 +84,8 @@ void ScreenView::make_widgets(CPrintMan* owner) {
     scroll_->viewport()->setPalette(dark);
     screen_ = new CScreen(owner, scroll_->viewport(), "report_screen");
     scroll_->setFocusProxy(screen_);
+    scroll_->setAccessibleName(QCoreApplication::translate("CScreen", "Report"));
+    screen_->setAccessibleName(QCoreApplication::translate("CScreen", "Report page"));
     scroll_->addChild(screen_, 0, 0);
 }
 
@@ -112,6 +114,8 @@ bool ScreenView::lay_out(CPrintMan* owner, QWidget* parent, const QSize* size, c
         size_ = *size;
     if (font)
         set_font(*font);
+    else if (base_point_size_ == 0)
+        set_font(font_);
     const bool is_new = !scroll_ || !screen_;
     if (is_new) {
         if (!may_make_widgets(size))
@@ -119,7 +123,6 @@ bool ScreenView::lay_out(CPrintMan* owner, QWidget* parent, const QSize* size, c
         delete scroll_;
         make_widgets(owner);
     }
-    grid_ = grid;
     set_screen_font();
     const QSize sheet = sheet_size(grid, paper);
     QPoint place(0, 0);
@@ -166,30 +169,35 @@ bool ScreenView::make_image() {
         image_.reset();
     else
         image_->setDevicePixelRatio(ratio);
-    image_size_ = screen_->size();
     return image_ != nullptr;
 }
 
 void ScreenView::begin(QPainter& p) {
     p.setFont(screen_->font());
-    const int m = margin();
-    units_.set_in(p, grid_.columns, grid_.lines, QRect({0, 0}, image_size_).adjusted(m, m, -m, -m));
+    const int m = painted_.margin;
+    units_.set_in(p, painted_.grid.columns, painted_.grid.lines,
+                  QRect({0, 0}, painted_.size).adjusted(m, m, -m, -m));
 }
 
 bool ScreenView::shows(const PageRows& rows) const {
-    return image_ && painted_ == rows.loads();
+    return image_ && painted_.loads == rows.loads();
 }
 
-bool ScreenView::begin_page(QPainter& p, const PageRows& rows) {
+bool ScreenView::begin_page(QPainter& p, PageGeometry grid, const PageRows& rows) {
     if (!screen_ || !make_image())
         return false;
-    painted_ = rows.loads();
+    painted_ = {.grid = grid,
+                .margin = margin(),
+                .colours = colours,
+                .size = screen_->size(),
+                .loads = rows.loads()};
     p.begin(image_.get());
     const int m = margin();
     const QRect all = screen_->rect();
     const QRect frame(QPoint(m - 1, m - 1), QPoint(all.width() - m, all.height() - m));
     const QRect sheet = frame.adjusted(1, 1, -1, -1);
-    // Every pixel once: at a high zoom there are many. The image may end in a part of a logical one.
+    // Every pixel once: at a high zoom there are many. The image may end in a part of a logical
+    // one.
     fill_around(p, all.adjusted(0, 0, 1, 1), frame & all, surround());
     fill_around(p, frame & all, sheet, Qt::black);
     p.fillRect(sheet, colours.page);
@@ -210,12 +218,10 @@ void ScreenView::show_image() {
         screen_->repaint();
 }
 
-void ScreenView::paint_screen() {
-    if (!screen_)
-        return;
-    QPainter p(screen_);
-    if (!image_ || image_size_ != screen_->size())
-        p.fillRect(screen_->rect(), surround());
+void ScreenView::paint_on(QWidget& widget) const {
+    QPainter p(&widget);
+    if (!image_ || painted_.size != widget.size())
+        p.fillRect(widget.rect(), surround());
     if (image_)
         p.drawPixmap(0, 0, *image_);
 }

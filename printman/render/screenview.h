@@ -37,7 +37,8 @@ public:
     bool preview = false; ///< the whole page fits the view
     int zoom = 100;       ///< in percent, kept during preview; 0 leaves the font's size
 
-    /// Sets the font and the size that zooming scales.
+    /// Sets the font and the size that zooming scales. It is hinted fully: characters then are as
+    /// wide as their cells to the pixel, and fields that end in the last column end there.
     void set_font(const QFont& font);
 
     /// Makes the widgets on first use and gives the screen widget the size of the page: outside
@@ -65,12 +66,13 @@ public:
     CScreen* screen() const;
 
     /// Makes the image of an empty sheet in the screen widget's size and opens @p p on it, ready
-    /// to draw the items of @p rows: font, logical units and pen are set.
+    /// to draw the items of @p rows, whose page has the columns and lines of @p grid: font, logical
+    /// units and pen are set.
     ///
     /// @return false without a screen widget, or when there is no memory for an image of that size
     ///         (its side is limited to 32,767 pixels and the whole to 512 MiB); there is no image
     ///         then
-    bool begin_page(QPainter& p, const PageRows& rows);
+    bool begin_page(QPainter& p, PageGeometry grid, const PageRows& rows);
 
     /// Whether the image is that of the page that @p rows hold now.
     bool shows(const PageRows& rows) const;
@@ -84,8 +86,8 @@ public:
     /// Shows the image at once.
     void show_image();
 
-    /// Draws the image on the screen widget, in its paint event.
-    void paint_screen();
+    /// Draws the image on @p widget, in its paint event, on a dark surround.
+    void paint_on(QWidget& widget) const;
 
     /// Whether the screen widget has other device pixels than the image, which was made for
     /// another screen.
@@ -93,11 +95,15 @@ public:
 
     const QPixmap* image() const { return image_.get(); }
 
-    /// The grid that was laid out last.
-    const PageGeometry& grid() const { return grid_; }
-
-    /// Pixels about the sheet.
-    int margin() const;
+    /// How the image was painted: the grid of its page, the pixels about its sheet, its colours.
+    struct Painted {
+        PageGeometry grid;
+        int margin = 0;
+        ScreenColours colours;
+        QSize size;         ///< of the screen widget
+        unsigned loads = 0; ///< which load of the rows it shows
+    };
+    const Painted& painted() const { return painted_; }
 
     /// Scrolls so that a place is seen, with 50 pixels about it.
     void ensure_visible(QPoint at);
@@ -106,20 +112,19 @@ private:
     bool may_make_widgets(const QSize* size) const;
     void make_widgets(CPrintMan* owner);
     void set_screen_font();
+    int margin() const;
     QSize sheet_size(PageGeometry grid, QSize paper) const;
     bool make_image();
     void begin(QPainter& p);
 
     PageUnits& units_;
-    PageGeometry grid_;
     QPointer<QWidget> parent_;
     bool had_parent_ = false;
     QSize size_;
     QPointer<QScrollView> scroll_;
     QPointer<CScreen> screen_;
     std::unique_ptr<QPixmap> image_;
-    unsigned painted_ = 0; ///< which load of the rows is on the image
-    QSize image_size_;     ///< of the screen widget when the image was made
+    Painted painted_;
     QFont font_;
     int base_point_size_ = 0;
 };

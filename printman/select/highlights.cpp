@@ -7,6 +7,7 @@
 #include <printman/select/geometry.h>
 #include <printman/select/highlights.h>
 #include <printman/select/itemcutter.h>
+#include <printman/select/recordindex.h>
 
 #include <QPainter>
 
@@ -55,13 +56,16 @@ void Highlights::collect(QPoint from, QPoint to) {
     gaps_.clear();
     fresh_.clear();
     current_ = list_.end();
-    stepping_ = false;
+    all_shown_ = false;
     QPainter p;
     if (!screen_.begin_change(p) || !screen_.shows(rows_))
         return;
-    const auto area = drag_area(from, to, screen_.margin(), units_, screen_.grid().columns);
+    const ScreenView::Painted& page = screen_.painted();
+    const auto area = drag_area(from, to, page.margin, units_, page.grid.columns);
     const TextRuler ruler(p);
     const ItemCutter cutter(ruler);
+    RecordIndex waiting(previous_);
+    RecordIndex waiting_gaps(previous_gaps_);
     for (int row = 0; row < rows_.size(); ++row) {
         for (const StringItem& item : rows_.row(row)) {
             StringItem record;
@@ -73,7 +77,8 @@ void Highlights::collect(QPoint from, QPoint to) {
             record.source_text = item.text;
             record.source_cell = item.cell;
             record.source_align = item.align;
-            const bool is_kept = keep(record);
+            const bool is_kept = waiting.erase(record.drawn);
+            waiting_gaps.erase(record.drawn);
             list_.push_back(std::move(record));
             if (!is_kept)
                 fresh_.push_back(&list_.back());
@@ -106,35 +111,40 @@ void Highlights::follow(QPoint from, QPoint to) {
     if (!screen_.begin_change(p))
         return;
     add_gaps();
+    all_shown_ = true;
+    RecordIndex waiting_gaps(previous_gaps_);
     std::vector<QRect> fresh;
     for (const StringItem& gap : gaps_) {
-        if (!keep_gap(gap.drawn))
+        if (!waiting_gaps.erase(gap.drawn))
             fresh.push_back(gap.drawn);
     }
     for (const StringItem* record : fresh_)
         fresh.push_back(record->drawn);
-    std::vector<QRect> gone;
-    for (const Records* records : {&previous_gaps_, &previous_}) {
-        for (const StringItem& record : *records)
-            gone.push_back(record.drawn);
-        restore(p, *records);
-    }
-    if (fresh.empty() && gone.empty())
+    if (fresh.empty() && previous_.empty() && previous_gaps_.empty())
         return;
-    paint_changes(p, gone, fresh);
+    restore(p, previous_gaps_);
+    restore(p, previous_);
+    paint_changes(p, fresh);
     p.end();
     previous_.clear();
     screen_.show_image();
 }
 
-void Highlights::paint_changes(QPainter& p, const std::vector<QRect>& gone,
-                               const std::vector<QRect>& fresh) {
+void Highlights::paint_changes(QPainter& p, const std::vector<QRect>& fresh) {
+    PlacesByLine gone(units_.line_height());
+    for (const Records* records : {&previous_gaps_, &previous_}) {
+        for (const StringItem& record : *records)
+            gone.add(record.drawn);
+    }
+    PlacesByLine blackened(units_.line_height());
     p.setClipping(false);
-    for (const QRect& place : fresh)
+    for (const QRect& place : fresh) {
         fill(p, place, Qt::black);
-    for (const QRect& place : gone) {
-        for (const Records* records : {&gaps_, &list_}) {
-            for (const StringItem& record : *records)
+        blackened.add(place);
+    }
+    for (const Records* records : {&gaps_, &list_}) {
+        for (const StringItem& record : *records) {
+            for (const QRect& place : gone.beside(record.drawn))
                 fill(p, record.drawn & place, Qt::black);
         }
     }
@@ -147,8 +157,8 @@ void Highlights::paint_changes(QPainter& p, const std::vector<QRect>& gone,
             continue;
         }
         // Of a piece that was there before, only what was painted over.
-        for (const std::vector<QRect>* places : {&gone, &fresh}) {
-            for (const QRect& place : *places)
+        for (const PlacesByLine* places : {&gone, &blackened}) {
+            for (const QRect& place : places->beside(record.drawn))
                 draw_text(p, record, record.drawn & place);
         }
     }
@@ -165,7 +175,7 @@ void Highlights::draw_text(QPainter& p, const StringItem& record, const QRect& p
 void Highlights::show(bool merge) {
     if (list_.empty())
         return;
-    stepping_ = false;
+    all_shown_ = true;
     QPainter p;
     if (!screen_.begin_change(p))
         return;
@@ -177,12 +187,9 @@ void Highlights::show(bool merge) {
 }
 
 void Highlights::repaint(QPainter& p) {
-    if (stepping_) {
-        if (current_ == list_.end())
-            return;
-        fill(p, current_->drawn, Qt::black);
-        p.setPen(Qt::white);
-        draw_text(p, *current_, current_->drawn);
+    if (!all_shown_) {
+        if (current_ != list_.end())
+            repaint(p, *current_);
         return;
     }
     for (const StringItem& gap : gaps_)
@@ -194,33 +201,53 @@ void Highlights::repaint(QPainter& p) {
         draw_text(p, record, record.drawn);
 }
 
+void Highlights::repaint(QPainter& p, const StringItem& record) {
+    fill(p, record.drawn, Qt::black);
+    p.setPen(Qt::white);
+    draw_text(p, record, record.drawn);
+}
+
 void Highlights::restore(QPainter& p, const QRect& place, const StringItem* record) {
     if (place.isEmpty())
         return;
     p.setClipRect(place);
-    p.fillRect(place, screen_.colours.page);
-    p.setPen(screen_.colours.text);
-    ItemPainter painter(p, units_);
+    p.fillRect(place, screen_.painted().colours.page);
+    p.setPen(screen_.painted().colours.text);
     bool has_source = false;
     if (screen_.shows(rows_)) {
-        // What hangs over from a neighbour was hidden too.
-        const int line_height = std::max(1, units_.line_height());
-        const int overhang = line_height / 4;
-        const QRect reach = place.adjusted(-overhang, 0, overhang, 0);
-        for (const StringItem& item : rows_.row(place.center().y() / line_height)) {
-            if (!item.drawn.intersects(reach))
-                continue;
-            painter.draw(item);
-            has_source |= record && item.cell == record->source_cell;
-        }
+        const int line = place.center().y() / std::max(1, units_.line_height());
+        draw_items(p, line - 1, place, record);
+        has_source = draw_items(p, line, place, record);
+        draw_items(p, line + 1, place, record);
     }
     if (record && !has_source)
-        painter.draw(source_of(*record));
+        ItemPainter(p, units_).draw(source_of(*record));
+}
+
+bool Highlights::draw_items(QPainter& p, int line, const QRect& place,
+                            const StringItem* source_of) {
+    // What hangs over from a neighbour was hidden too.
+    const int overhang = std::max(1, units_.line_height() / 4);
+    const QRect reach = place.adjusted(-overhang, -overhang, overhang, overhang);
+    ItemPainter painter(p, units_);
+    bool has_source = false;
+    for (const StringItem& item : rows_.row(line)) {
+        if (!item.drawn.intersects(reach) ||
+            (item.drawn.bottom() < place.top() && !ink_.below(item.text)) ||
+            (item.drawn.top() > place.bottom() && !ink_.above(item.text)) ||
+            (item.drawn.right() < place.left() && !ink_.behind(item.text)) ||
+            (item.drawn.left() > place.right() && !ink_.before(item.text)))
+            continue;
+        painter.draw(item);
+        has_source |= source_of && item.cell == source_of->source_cell;
+    }
+    return has_source;
 }
 
 void Highlights::restore(QPainter& p, const Records& records) {
+    ink_.measure(p);
     for (const StringItem& record : records)
-        restore(p, record.drawn, &record);
+        restore(p, record.drawn, record.source_text.isEmpty() ? nullptr : &record);
 }
 
 void Highlights::unshow() {
@@ -229,8 +256,7 @@ void Highlights::unshow() {
     QPainter p;
     if (screen_.begin_change(p)) {
         // A gap covers the first pixels of the piece behind it.
-        for (const StringItem& gap : previous_gaps_)
-            restore(p, gap.drawn, nullptr);
+        restore(p, previous_gaps_);
         restore(p, previous_);
         p.end();
         screen_.show_image();
@@ -251,7 +277,7 @@ void Highlights::forget() {
     gaps_.clear();
     previous_gaps_.clear();
     current_ = list_.end();
-    stepping_ = false;
+    all_shown_ = false;
 }
 
 void Highlights::append(std::list<StringItem> matches) {
@@ -281,10 +307,9 @@ bool Highlights::next_match() {
 void Highlights::show_match() {
     if (current_ == list_.end())
         return;
-    stepping_ = true;
     QPainter p;
     if (screen_.begin_change(p)) {
-        repaint(p);
+        repaint(p, *current_);
         p.end();
         screen_.show_image();
     }
@@ -296,6 +321,7 @@ void Highlights::unshow_matches() {
     QPainter p;
     if (list_.empty() || !screen_.begin_change(p))
         return;
+    all_shown_ = false;
     restore(p, list_);
     p.end();
     screen_.show_image();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <printman/core/stringitem.h>
+#include <printman/select/inkreach.h>
 #include <printman/toolkit/qvaluelist.h>
 
 #include <QPoint>
@@ -99,8 +100,9 @@ private:
 
     void add_gaps();
     void draw_text(QPainter& p, const StringItem& record, const QRect& place);
-    void paint_changes(QPainter& p, const std::vector<QRect>& gone,
-                       const std::vector<QRect>& fresh);
+    void paint_changes(QPainter& p, const std::vector<QRect>& fresh);
+    void repaint(QPainter& p, const StringItem& record);
+    bool draw_items(QPainter& p, int line, const QRect& place, const StringItem* source_of);
     void restore(QPainter& p, const QRect& place, const StringItem* record);
     void restore(QPainter& p, const Records& records);
 
@@ -113,7 +115,8 @@ private:
     Records previous_gaps_;
     std::vector<const StringItem*> fresh_; ///< highlights that were none before the last collect()
     Records::iterator current_ = list_.end();
-    bool stepping_ = false; ///< only the current match is shown
+    bool all_shown_ = false; ///< all highlights are painted, not just the current match
+    InkReach ink_;
 };
 
 } // namespace printman

@@ -28,6 +28,8 @@ QScrollView::QScrollView(QWidget* parent, const char* name) : QAbstractScrollAre
     setObjectName(QString::fromLatin1(name));
     horizontalScrollBar()->setSingleStep(line_step);
     verticalScrollBar()->setSingleStep(line_step);
+    // Places in the contents count from the left in every language.
+    horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight);
 }
 
 QScrollView::~QScrollView() {
@@ -79,7 +81,11 @@ void QScrollView::update_contents() {
         contents_ =
             contents_.expandedTo({child.at.x() + size.width(), child.at.y() + size.height()});
     }
-    const QSize visible = viewport()->size();
+    QSize visible = viewport()->size();
+    // Bars that are there may be there only for each other.
+    const QSize most = maximumViewportSize();
+    if (contents_.width() <= most.width() && contents_.height() <= most.height())
+        visible = most;
     horizontalScrollBar()->setPageStep(visible.width());
     horizontalScrollBar()->setRange(0, contents_.width() - visible.width());
     verticalScrollBar()->setPageStep(visible.height());

@@ -329,6 +329,98 @@ TEST_F(ScreenView, aPageTooLargeForAnImageIsRefusedAndTheNextZoomIsNot) {
     EXPECT_FALSE(image().isNull());
 }
 
+TEST_F(ScreenView, aReportOfAnotherGeometryIsScaledIntoTheSheet) {
+    show("#!?PAGETOP 40,5\nsmall\n#!?PAGEEND\n");
+    QByteArray large = "#!?PAGETOP 120,60\n";
+    for (int line = 0; line < 60; ++line)
+        large += QByteArray(120, 'x') + '\n';
+    testsupport::write_file(file(), large + "#!?PAGEEND\n");
+    ASSERT_EQ(manager_.init_printman(file().toLocal8Bit().constData()), 0);
+    ASSERT_EQ(manager_.show_rpt_page(1), 1);
+    const QImage picture = image();
+    const auto has_text = [&](const QRect& place) {
+        const QImage part = picture.copy(place).convertToFormat(QImage::Format_RGB32);
+        for (int y = 0; y < part.height(); ++y) {
+            for (int x = 0; x < part.width(); ++x) {
+                if (part.pixel(x, y) != paper)
+                    return true;
+            }
+        }
+        return false;
+    };
+    // The text fills the sheet one way and leaves its margins free.
+    const QRect sheet = picture.rect().adjusted(20, 20, -20, -20);
+    EXPECT_TRUE(has_text(QRect(sheet.topLeft(), QSize(10, 10))));
+    EXPECT_TRUE(has_text(sheet.adjusted(sheet.width() - 12, 0, 0, 0)) ||
+                has_text(sheet.adjusted(0, sheet.height() - 12, 0, 0)));
+    EXPECT_EQ(picture.pixel(picture.width() - 10, picture.height() - 10), surround);
+}
+
+TEST_F(ScreenView, nothingOfAnEarlierReportIsShownAsOneOfTheNew) {
+    show(three_pages);
+    EXPECT_TRUE(has_ink(0));
+    testsupport::write_file(file(), "#!?PAGETOP 60,20\n\n\nNew\n#!?PAGEEND\n");
+    ASSERT_EQ(manager_.init_printman(file().toLocal8Bit().constData()), 0);
+    manager_.show_rpt_page(0);
+    EXPECT_FALSE(has_ink(0));
+    EXPECT_EQ(manager_.show_rpt_page(1), 1);
+    EXPECT_TRUE(has_ink(2));
+}
+
+TEST_F(ScreenView, withoutAFontTheDefaultOneIsZoomed) {
+    testsupport::write_file(file(), three_pages);
+    manager_.init_printman(file().toLocal8Bit().constData());
+    const QSize size(800, 600);
+    ASSERT_EQ(manager_.init_rpt_view(&window_, &size, nullptr), 1);
+    const int points = screen()->font().pointSize();
+    EXPECT_EQ(points, QFont().pointSize());
+    manager_.zoom_rpt_page(QStringLiteral("200%"));
+    EXPECT_EQ(screen()->font().pointSize(), 2 * points);
+    manager_.zoomout();
+    manager_.zoom_rpt_page(QStringLiteral("100%"));
+    EXPECT_EQ(screen()->font().pointSize(), points);
+}
+
+TEST_F(ScreenView, previewNeedsNoScrollBars) {
+    show(three_pages);
+    manager_.zoom_rpt_page(QStringLiteral("300%"));
+    EXPECT_TRUE(view()->verticalScrollBar()->isVisible());
+    for (const QSize& size : {QSize(443, 600), QSize(600, 443), QSize(500, 500)}) {
+        manager_.resize(size);
+        manager_.zoomout();
+        QApplication::processEvents();
+        EXPECT_FALSE(view()->verticalScrollBar()->isVisible());
+        EXPECT_FALSE(view()->horizontalScrollBar()->isVisible());
+        manager_.zoomin();
+    }
+}
+
+TEST_F(ScreenView, aScreenOfTheHostsOwnShowsTheImageToo) {
+    show(three_pages);
+    CScreen own(&manager_, nullptr, "own");
+    own.resize(image().size() + QSize(10, 10));
+    const QImage shown = own.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(shown.copy(image().rect()), image().convertToFormat(QImage::Format_RGB32));
+    EXPECT_EQ(shown.pixel(shown.width() - 1, shown.height() - 1), surround);
+    CPrintMan without_view;
+    CScreen blank(&without_view, nullptr, "blank");
+    blank.resize(20, 20);
+    EXPECT_EQ(blank.grab().toImage().pixel(10, 10), surround);
+}
+
+TEST_F(ScreenView, aScreenWithoutAManagerIsBlank) {
+    CScreen screen(nullptr, nullptr, nullptr);
+    screen.resize(20, 20);
+    EXPECT_EQ(screen.grab().toImage().pixel(10, 10), screen.palette().window().color().rgb());
+}
+
+TEST_F(ScreenView, theColoursAreReadForEveryPageThatIsShown) {
+    show(three_pages);
+    testhost::set("KRV_COLOR_SBG", "0,0,255");
+    manager_.goto_rpt_page(2);
+    EXPECT_EQ(image().pixel(30, image().height() - 30), qRgb(0, 0, 255));
+}
+
 TEST_F(ScreenView, theWindowMayGoBeforeTheManager) {
     auto parent = std::make_unique<QWidget>();
     parent->show();

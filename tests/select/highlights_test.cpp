@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <QScrollBar>
 #include <QTest>
 
 #include <algorithm>
@@ -300,6 +301,152 @@ TEST_F(Highlighting, collectingUnshowingAndShowingGiveTheSamePicture) {
         }
         manager_.clear_hilights();
     }
+}
+
+TEST_F(Highlighting, whatHangsInFromOtherLinesComesBack) {
+    const QByteArray accents = "#!?PAGETOP 30,4\nSumme gypsy\n\xc4\xd6\xdc \xc0\xc9 \xd1gj\n"
+                               "\xc5ngstr\xf6m \xc7\n#!?PAGEEND\n";
+    for (const char* family :
+         {"Liberation Mono", "Liberation Serif", "DejaVu Sans", "DejaVu Sans Mono"}) {
+        for (int size = 6; size <= 16; ++size) {
+            font_ = QFont(QString::fromLatin1(family), size);
+            show(accents);
+            for (const bool preview : {false, true}) {
+                if (preview)
+                    manager_.zoomout();
+                const QImage before = image();
+                const int height = screen()->height();
+                for (int line = 0; line < 12; ++line) {
+                    drag(QPoint(21, height * line / 12 + 1),
+                         QPoint(screen()->width() - 21, height * line / 12 + 3));
+                    manager_.clear_hilights();
+                    EXPECT_EQ(image(), before) << family << size << preview << line;
+                }
+            }
+            manager_.zoomin();
+        }
+    }
+}
+
+TEST_F(Highlighting, manyPiecesAreFollowedInTimeThatGrowsWithTheirNumber) {
+    QByteArray many = "#!?PAGETOP 160,1000\n";
+    for (int line = 0; line < 1000; ++line) {
+        for (int column = 1; column < 160; column += 8)
+            many += "#!?L" + QByteArray::number(column) + ",7,7;abc def ";
+        many += '\n';
+    }
+    font_.setPointSize(6);
+    show(many + "#!?PAGEEND\n");
+    manager_.zoom_rpt_page(QStringLiteral("50%"));
+    manager_.mouse_press(QPoint(21, 21));
+    manager_.mouse_move(QPoint(screen()->width() - 30, screen()->height() - 30));
+    const size_t all = manager_.hilights().size();
+    EXPECT_GT(all, 10000U);
+    const QImage followed = image();
+    manager_.mouse_move(QPoint(25, 25));
+    EXPECT_LT(manager_.hilights().size(), 100U);
+    manager_.mouse_move(QPoint(screen()->width() - 30, screen()->height() - 30));
+    EXPECT_EQ(manager_.hilights().size(), all);
+    EXPECT_EQ(image(), followed);
+}
+
+TEST_F(Highlighting, aPageThatWasLoadedMeanwhileIsShownWithoutTheOldHighlights) {
+    show(report);
+    manager_.show_rpt_page(2);
+    const QImage second = image();
+    manager_.show_rpt_page(1);
+    drag(at(0, 0), at(27, 1));
+    manager_.get_rpt_page(2);
+    EXPECT_EQ(manager_.show_rpt_page(0), 1);
+    EXPECT_EQ(image(), second);
+    EXPECT_TRUE(manager_.hilights().empty());
+}
+
+TEST_F(Highlighting, previewThatWasOnlySetLeavesTheImageItsMargins) {
+    show(report);
+    const QImage before = image();
+    drag(at(0, 0), at(27, 1));
+    manager_.set_preview(true);
+    manager_.clear_hilights();
+    EXPECT_EQ(image(), before);
+    drag(at(0, 0), at(27, 1));
+    EXPECT_EQ(manager_.hilights().size(), 6U);
+}
+
+TEST_F(Highlighting, restoringUsesTheColoursThatThePageWasPaintedIn) {
+    show(report);
+    const QImage before = image();
+    drag(at(0, 0), at(27, 1));
+    testhost::set("KRV_COLOR_SBG", "0,0,255");
+    EXPECT_EQ(manager_.show_rpt_page(3), 0);
+    manager_.load_screencolor();
+    manager_.clear_hilights();
+    EXPECT_EQ(image(), before);
+}
+
+TEST_F(Highlighting, fontsThatAskForNoHintingAreSelectedWholeToo) {
+    const QByteArray last_column = "#!?PAGETOP 60,4\nfirst\n#!?L1,4,4;left"
+                                   "                                                "
+                                   "#!?R53,8,8;lastcol!\nlast\n#!?PAGEEND\n";
+    for (const auto hinting : {QFont::PreferNoHinting, QFont::PreferVerticalHinting}) {
+        for (int size = 5; size <= 14; ++size) {
+            font_ = QFont(QStringLiteral("Liberation Mono"), size);
+            font_.setHintingPreference(hinting);
+            show(last_column);
+            drag(at(0, 0), at(59, 3));
+            EXPECT_EQ(texts(), (QStringList{QStringLiteral("first"), QStringLiteral("left"),
+                                            QStringLiteral("lastcol!"), QStringLiteral("last")}))
+                << size;
+        }
+    }
+}
+
+TEST_F(Highlighting, theCurrentMatchIsShownAloneOnlyWhenTheOthersWereTakenAway) {
+    show(report);
+    manager_.collect_hilights(at(0, 0), at(27, 0));
+    manager_.show_page_hilights(false);
+    EXPECT_EQ(manager_.first_item_hilight(), 1);
+    const QImage all = image();
+    manager_.show_rpt_page(0);
+    EXPECT_EQ(image(), all);
+    EXPECT_EQ(manager_.next_item_hilight(), 1);
+    EXPECT_FALSE(is_inverse(drawn(0, 0)));
+    EXPECT_TRUE(is_inverse(drawn(0, 1)));
+    const QImage one = image();
+    manager_.show_rpt_page(0);
+    EXPECT_EQ(image(), one);
+    EXPECT_EQ(manager_.next_item_hilight(), 1);
+    EXPECT_EQ(manager_.next_item_hilight(), 0);
+    EXPECT_TRUE(manager_.hilights().empty());
+}
+
+TEST_F(Highlighting, aMatchOutOfSightIsScrolledTo) {
+    show(report);
+    manager_.zoom_rpt_page(QStringLiteral("300%"));
+    manager_.collect_hilights(QPoint(screen()->width() - 300, 20 + 3 * cell_size().height() + 5),
+                              QPoint(screen()->width() - 25, 20 + 3 * cell_size().height() + 9));
+    ASSERT_FALSE(manager_.hilights().empty());
+    EXPECT_EQ(view()->contentsX(), 0);
+    manager_.first_item_hilight();
+    const QRect place = manager_.hilights().front().drawn;
+    EXPECT_EQ(view()->contentsX(), std::min(view()->horizontalScrollBar()->maximum(),
+                                            place.right() + 51 - view()->viewport()->width()));
+}
+
+TEST_F(Highlighting, gapsOfTheLastShowAreTakenAwayByALaterUnshow) {
+    show(report);
+    manager_.collect_hilights(at(0, 0), at(27, 0));
+    manager_.show_page_hilights(true);
+    const QRect gap(QPoint(drawn(0, 0).right() + 1, drawn(0, 0).top()),
+                    QPoint(drawn(0, 1).left() - 1, drawn(0, 0).bottom()));
+    // Without the pieces that the gap stands between nothing waits for it.
+    manager_.collect_hilights(at(0, 0), at(27, 0));
+    manager_.unshow_page_hilights();
+    EXPECT_EQ(share(gap, black), 100);
+    manager_.collect_hilights(at(40, 6), at(41, 6));
+    manager_.unshow_page_hilights();
+    EXPECT_EQ(share(gap, black), 100);
+    EXPECT_FALSE(is_inverse(drawn(0, 0)));
 }
 
 TEST_F(Highlighting, aReleaseElsewhereTakesTheGapsOfTheLastMoveAway) {
