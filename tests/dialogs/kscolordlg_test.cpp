@@ -1,4 +1,4 @@
-#include "tests/support/modalsteps.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/testhost.h"
 
 #include <printman/core/printman.h>
@@ -17,7 +17,7 @@
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testsupport::ModalSteps;
+using testsupport::DialogAnswers;
 
 namespace {
 
@@ -62,7 +62,7 @@ std::vector<std::string> saved() {
 }
 
 /// A user who picks @p colour in the picker.
-ModalSteps::Step pick(const QColor& colour, const QColor& initial) {
+DialogAnswers::Answer pick(const QColor& colour, const QColor& initial) {
     return [colour, initial](QDialog& shown) {
         auto& picker = dynamic_cast<QColorDialog&>(shown);
         EXPECT_EQ(picker.currentColor(), initial);
@@ -176,13 +176,13 @@ TEST_F(ColourDialog, aPickedColourIsShownAndWritten) {
     KSColorDlg dialog;
     dialog.show();
     {
-        const ModalSteps steps{pick(green_, text_)};
+        const DialogAnswers answers{pick(green_, text_)};
         click(dialog.btnTextColorBrw);
     }
     EXPECT_EQ(swatch_colour(dialog.imgTextColor), green_);
     EXPECT_EQ(swatch_colour(dialog.imgBGColor), background_);
     {
-        const ModalSteps steps{pick(Qt::black, background_)};
+        const DialogAnswers answers{pick(Qt::black, background_)};
         click(dialog.btnBGColorBrw);
     }
     EXPECT_EQ(swatch_colour(dialog.imgBGColor), QColor(Qt::black));
@@ -194,7 +194,7 @@ TEST_F(ColourDialog, aPickedColourIsShownAndWritten) {
 TEST_F(ColourDialog, aCancelledPickerChangesNothing) {
     KSColorDlg dialog;
     dialog.show();
-    const ModalSteps steps{cancel, cancel};
+    const DialogAnswers answers{cancel, cancel};
     click(dialog.btnTextColorBrw);
     click(dialog.btnBGColorBrw);
     EXPECT_EQ(dialog.text_color, text_);
@@ -206,7 +206,7 @@ TEST_F(ColourDialog, aCancelledPickerChangesNothing) {
 TEST_F(ColourDialog, cancelWritesNothing) {
     KSColorDlg dialog;
     dialog.show();
-    const ModalSteps steps{pick(green_, text_)};
+    const DialogAnswers answers{pick(green_, text_)};
     click(dialog.btnTextColorBrw);
     click(dialog.btnCancel);
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
@@ -267,12 +267,12 @@ TEST_F(ColourDialog, enterMeansOkAndTabGoesThroughTheButtons) {
 
 TEST_F(ColourDialog, isOpenedByTheManager) {
     CPrintMan manager;
-    const ModalSteps steps{[](QDialog& shown) {
-                               EXPECT_NE(dynamic_cast<KSColorDlg*>(&shown), nullptr);
-                               EXPECT_EQ(shown.parentWidget(), nullptr);
-                               QTest::keyClick(&shown, Qt::Key_Return);
-                           },
-                           cancel};
+    const DialogAnswers answers{[](QDialog& shown) {
+                                    EXPECT_NE(dynamic_cast<KSColorDlg*>(&shown), nullptr);
+                                    EXPECT_EQ(shown.parentWidget(), nullptr);
+                                    QTest::keyClick(&shown, Qt::Key_Return);
+                                },
+                                cancel};
     EXPECT_EQ(manager.select_screencolor(), 1);
     EXPECT_EQ(saved().size(), 2U);
     EXPECT_EQ(manager.select_screencolor(), 0);

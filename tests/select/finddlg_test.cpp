@@ -1,4 +1,4 @@
-#include "tests/support/modalsteps.h"
+#include "tests/support/dialogs.h"
 
 #include <printman/select/finddlg.h>
 
@@ -17,7 +17,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-using testsupport::ModalSteps;
+using testsupport::DialogAnswers;
 
 namespace {
 
@@ -40,7 +40,7 @@ QString text(const char* latin1) {
 
 /// Runs the dialog while a user does @p act with it.
 int run(findDlg& dialog, const std::function<void(findDlg&)>& act) {
-    const ModalSteps steps{[&act](QDialog& shown) { act(dynamic_cast<findDlg&>(shown)); }};
+    const DialogAnswers answers{[&act](QDialog& shown) { act(dynamic_cast<findDlg&>(shown)); }};
     return dialog.exec();
 }
 
@@ -280,7 +280,7 @@ TEST(SearchHistory, knowsATextLetterForLetter) {
 
 TEST(SearchError, showsThePlainTextInABoxWithOneButton) {
     for (const char* searched : {"abc", "a%1b%2", "<b>bold</b> &amp; <img src=x>"}) {
-        const ModalSteps steps{[searched](QDialog& shown) {
+        const DialogAnswers answers{[searched](QDialog& shown) {
             auto& box = dynamic_cast<QMessageBox&>(shown);
             EXPECT_EQ(box.icon(), QMessageBox::Information);
             EXPECT_EQ(box.windowTitle(), text("Find Error"));
@@ -294,7 +294,7 @@ TEST(SearchError, showsThePlainTextInABoxWithOneButton) {
 }
 
 TEST(SearchError, fitsTheScreenWithTheLongestText) {
-    const ModalSteps steps{[](QDialog& box) {
+    const DialogAnswers answers{[](QDialog& box) {
         EXPECT_LT(box.width(), 1200);
         EXPECT_LT(box.height(), 600);
         box.accept();
@@ -304,6 +304,6 @@ TEST(SearchError, fitsTheScreenWithTheLongestText) {
 
 TEST(SearchError, survivesThatItsParentIsClosed) {
     auto* const parent = new QWidget;
-    const ModalSteps steps{[parent](QDialog& /*box*/) { delete parent; }};
+    const DialogAnswers answers{[parent](QDialog& /*box*/) { delete parent; }};
     search_error(parent, text("x"));
 }

@@ -1,4 +1,4 @@
-#include "tests/support/modalsteps.h"
+#include "tests/support/dialogs.h"
 
 #include <printman/select/finddlg.h>
 #include <printman/select/searchcycle.h>
@@ -16,7 +16,7 @@
 using namespace printman;
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testsupport::ModalSteps;
+using testsupport::DialogAnswers;
 
 namespace {
 
@@ -85,10 +85,10 @@ void cancel(findDlg& dialog) {
 
 class SearchCycling : public testing::Test {
 protected:
-    ModalSteps::Step dialog(const Act& act) {
+    DialogAnswers::Answer dialog(const Act& act) {
         return [act](QDialog& shown) { act(dynamic_cast<findDlg&>(shown)); };
     }
-    ModalSteps::Step error(const char* text) {
+    DialogAnswers::Answer error(const char* text) {
         return [text](QDialog& shown) {
             const auto& box = dynamic_cast<QMessageBox&>(shown);
             EXPECT_EQ(
@@ -100,13 +100,13 @@ protected:
 
     /// One Ctrl+F that succeeds.
     void search(const Act& act) {
-        const ModalSteps steps{dialog(act)};
+        const DialogAnswers answers{dialog(act)};
         cycle_.run(target_);
     }
 
     /// One Ctrl+F that ends with the message.
     void search_in_vain(const Act& act, const char* text) {
-        const ModalSteps steps{dialog(act), error(text)};
+        const DialogAnswers answers{dialog(act), error(text)};
         cycle_.run(target_);
     }
 
@@ -294,7 +294,7 @@ TEST_F(SearchCycling, aWindowThatIsClosedWhileTheDialogIsOpenEndsIt) {
 TEST(SearchCycle, mayGoWhileItsDialogIsOpen) {
     FakeTarget target;
     auto cycle = std::make_unique<SearchCycle>();
-    const ModalSteps steps{[&cycle](QDialog& shown) {
+    const DialogAnswers answers{[&cycle](QDialog& shown) {
         cycle.reset();
         type(dynamic_cast<findDlg&>(shown), "x");
         press(dynamic_cast<findDlg&>(shown).btnFindNext);
@@ -307,11 +307,12 @@ TEST(SearchCycle, mayGoWhileItsMessageIsShown) {
     FakeTarget target;
     target.matches = 0;
     auto cycle = std::make_unique<SearchCycle>();
-    const ModalSteps steps{[](QDialog& shown) { find_next("x")(dynamic_cast<findDlg&>(shown)); },
-                           [&](QDialog& /*box*/) {
-                               cycle.reset();
-                               target.parent.reset();
-                           }};
+    const DialogAnswers answers{
+        [](QDialog& shown) { find_next("x")(dynamic_cast<findDlg&>(shown)); },
+        [&](QDialog& /*box*/) {
+            cycle.reset();
+            target.parent.reset();
+        }};
     cycle->run(target);
     EXPECT_EQ(cycle, nullptr);
 }

@@ -1,4 +1,4 @@
-#include "tests/support/modalsteps.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/reportonscreen.h"
 
 #include <printman/select/finddlg.h>
@@ -15,7 +15,7 @@
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-using testsupport::ModalSteps;
+using testsupport::DialogAnswers;
 
 namespace {
 
@@ -56,7 +56,7 @@ class SearchOnScreen : public ReportOnScreen {
 protected:
     void SetUp() override { show(report); }
 
-    ModalSteps::Step dialog(const Act& act) {
+    DialogAnswers::Answer dialog(const Act& act) {
         return [this, act](QDialog& shown) {
             EXPECT_EQ(shown.parentWidget(), view());
             act(dynamic_cast<findDlg&>(shown));
@@ -64,16 +64,16 @@ protected:
     }
 
     void search(const Act& act) {
-        const ModalSteps steps{dialog(act)};
+        const DialogAnswers answers{dialog(act)};
         QTest::keyClick(screen(), Qt::Key_F, Qt::ControlModifier);
     }
 
     void search_in_vain(const Act& act) {
-        const ModalSteps steps{dialog(act), [this](QDialog& shown) {
-                                   EXPECT_NE(dynamic_cast<QMessageBox*>(&shown), nullptr);
-                                   EXPECT_EQ(shown.parentWidget(), view());
-                                   shown.accept();
-                               }};
+        const DialogAnswers answers{dialog(act), [this](QDialog& shown) {
+                                        EXPECT_NE(dynamic_cast<QMessageBox*>(&shown), nullptr);
+                                        EXPECT_EQ(shown.parentWidget(), view());
+                                        shown.accept();
+                                    }};
         QTest::keyClick(screen(), Qt::Key_F, Qt::ControlModifier);
     }
 
@@ -221,7 +221,7 @@ TEST_F(SearchOnScreen, aPageThatIsLoadedButNotShownHasNoMatches) {
 
 TEST_F(SearchOnScreen, theWindowMayBeClosedWhileItIsAsked) {
     QWidget* const scroll = view();
-    const ModalSteps steps{[scroll](QDialog& /*dialog*/) { delete scroll; }};
+    const DialogAnswers answers{[scroll](QDialog& /*dialog*/) { delete scroll; }};
     manager_.search_text();
     EXPECT_THAT(matches(), IsEmpty());
 }
@@ -245,7 +245,7 @@ TEST(Search, mayOutliveItsManager) {
     const QSize size(400, 300);
     ASSERT_EQ(manager->init_rpt_view(&window, &size, nullptr), 1);
     ASSERT_EQ(manager->show_rpt_page(1), 1);
-    const ModalSteps steps{[&manager](QDialog& shown) {
+    const DialogAnswers answers{[&manager](QDialog& shown) {
         manager.reset();
         find_next("Total")(dynamic_cast<findDlg&>(shown));
     }};

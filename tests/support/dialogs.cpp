@@ -23,13 +23,14 @@ void click(QDialog& dialog, QDialogButtonBox::StandardButton which) {
 
 } // namespace
 
-DialogAnswers::DialogAnswers() {
+DialogAnswers::DialogAnswers(std::initializer_list<Answer> answers) : answers_(answers) {
     QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
     timer_.start(poll_milliseconds);
 }
 
 DialogAnswers::~DialogAnswers() {
-    EXPECT_TRUE(answers_.empty()) << answers_.size() << " expected dialogs did not open";
+    EXPECT_EQ(answers_.size() + waiting_, 0U)
+        << "expected dialogs that did not open, or closed at once";
 }
 
 DialogAnswers& DialogAnswers::then(Answer answer) {
@@ -65,8 +66,11 @@ void DialogAnswers::look() {
         return;
     }
     // Not within this timer's event: the answer may open another dialog, which is to be seen too.
-    QTimer::singleShot(0, dialog,
-                       [dialog, answer = std::move(answers_.front())] { answer(*dialog); });
+    ++waiting_;
+    QTimer::singleShot(0, dialog, [this, dialog, answer = std::move(answers_.front())] {
+        --waiting_;
+        answer(*dialog);
+    });
     answers_.pop_front();
 }
 

@@ -1,5 +1,5 @@
 #include "tests/support/desktop.h"
-#include "tests/support/modalsteps.h"
+#include "tests/support/dialogs.h"
 #include "tests/support/testhost.h"
 
 #include <printman/dialogs/kscolordlg.h>
@@ -14,7 +14,7 @@
 #include <QTest>
 #include <gtest/gtest.h>
 
-using testsupport::ModalSteps;
+using testsupport::DialogAnswers;
 namespace input = testsupport::input;
 
 TEST(ColourDialogOnScreen, opensAtItsSmallestSizeAndCannotGrow) {
@@ -40,19 +40,19 @@ TEST(ColourDialogOnScreen, opensAtItsSmallestSizeAndCannotGrow) {
 TEST(ColourDialogOnScreen, isLedWithTheMouseAndTheKeyboard) {
     testhost::reset();
     KSColorDlg dialog;
-    const ModalSteps steps{[&dialog](QDialog& shown) {
-                               ASSERT_TRUE(input::activate(shown));
-                               // It returns when the picker is done.
-                               input::click(*dialog.btnTextColorBrw);
-                               ASSERT_TRUE(input::activate(shown));
-                               input::key(QStringLiteral("Return"));
-                           },
-                           [](QDialog& picker) {
-                               dynamic_cast<QColorDialog&>(picker).setCurrentColor(
-                                   QColor(10, 20, 30));
-                               ASSERT_TRUE(input::activate(picker));
-                               input::key(QStringLiteral("Return"));
-                           }};
+    const DialogAnswers answers{[&dialog](QDialog& shown) {
+                                    ASSERT_TRUE(input::activate(shown));
+                                    // It returns when the picker is done.
+                                    input::click(*dialog.btnTextColorBrw);
+                                    ASSERT_TRUE(input::activate(shown));
+                                    input::key(QStringLiteral("Return"));
+                                },
+                                [](QDialog& picker) {
+                                    dynamic_cast<QColorDialog&>(picker).setCurrentColor(
+                                        QColor(10, 20, 30));
+                                    ASSERT_TRUE(input::activate(picker));
+                                    input::key(QStringLiteral("Return"));
+                                }};
     EXPECT_EQ(dialog.exec(), QDialog::Accepted);
     EXPECT_TRUE(testhost::calls().contains(
         QStringLiteral("SetEnv(KRV_COLOR_DBG=10,20,30, dlwmenu.ini, color, 1)")));

@@ -1,5 +1,5 @@
 #include "tests/support/desktop.h"
-#include "tests/support/modalsteps.h"
+#include "tests/support/dialogs.h"
 
 #include <printman/select/finddlg.h>
 
@@ -9,14 +9,14 @@
 #include <QRadioButton>
 #include <gtest/gtest.h>
 
-using testsupport::ModalSteps;
+using testsupport::DialogAnswers;
 namespace input = testsupport::input;
 
 TEST(FindDialogOnScreen, isLedFromTheKeyboard) {
     findDlg dialog;
     dialog.set_search_history({QStringLiteral("Total amount")});
     dialog.set_search_text(QStringLiteral("old"));
-    const ModalSteps steps{[&dialog](QDialog& shown) {
+    const DialogAnswers answers{[&dialog](QDialog& shown) {
         ASSERT_TRUE(input::activate(shown));
         input::type(QStringLiteral("Tot"));
         EXPECT_EQ(dialog.cbFind->currentText(), QStringLiteral("Tot"));
@@ -39,7 +39,7 @@ TEST(FindDialogOnScreen, isLedFromTheKeyboard) {
 
 TEST(FindDialogOnScreen, isLedWithTheMouse) {
     findDlg dialog;
-    const ModalSteps steps{[&dialog](QDialog& shown) {
+    const DialogAnswers answers{[&dialog](QDialog& shown) {
         ASSERT_TRUE(input::activate(shown));
         input::type(QStringLiteral("x"));
         input::click(*dialog.opUp);
@@ -55,7 +55,7 @@ TEST(FindDialogOnScreen, isLedWithTheMouse) {
 TEST(FindDialogOnScreen, escapeCancels) {
     findDlg dialog;
     dialog.set_search_text(QStringLiteral("x"));
-    const ModalSteps steps{[](QDialog& shown) {
+    const DialogAnswers answers{[](QDialog& shown) {
         ASSERT_TRUE(input::activate(shown));
         input::key(QStringLiteral("Escape"));
     }};
