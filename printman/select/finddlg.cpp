@@ -9,9 +9,6 @@
 
 namespace {
 
-enum Result { find_next_result = 0, mark_all_result = 1, cancel_result = 2 };
-enum Direction { backward = 3, forward = 4 };
-
 constexpr qsizetype longest_text_in_box = 1000;
 
 } // namespace

@@ -51,18 +51,21 @@ private:
     std::unique_ptr<Ui::findDlgBase> ui_;
 };
 
-/// The find dialog. Run it with exec(), which answers 0 for Find Next, 1 for Mark All and 2 for
-/// Cancel, Escape and the window's close button; with 0 and 1 the search text is not empty.
+/// The find dialog. Run it with exec(), which answers a Result: cancel_result also for Escape and
+/// the window's close button; with the two others the search text is not empty.
 class PRINTMAN_EXPORT findDlg : public findDlgBase {
     Q_OBJECT
 
 public:
+    enum Result { find_next_result = 0, mark_all_result = 1, cancel_result = 2 };
+    enum Direction { backward = 3, forward = 4 };
+
     explicit findDlg(QWidget* parent = nullptr, const char* name = nullptr);
 
     QString search_text;        ///< what was set or searched for last
     QStringList search_history; ///< the earlier texts, oldest first
 
-    /// @return 3 for a backward search; 4, forward, also when neither button is checked
+    /// @return a Direction: forward also when neither button is checked
     int get_direction() const;
     bool is_case_sensitive() const;
     bool is_whole_word() const;
@@ -77,13 +80,13 @@ public:
     void set_search_history(const QStringList& history);
 
 public slots:
-    /// Closes the dialog with result 0; an empty text leaves it open.
+    /// Closes the dialog with find_next_result; an empty text leaves it open.
     void find_next();
 
-    /// Closes the dialog with result 1; an empty text leaves it open.
+    /// Closes the dialog with mark_all_result; an empty text leaves it open.
     void mark_all();
 
-    /// Closes the dialog with result 2.
+    /// Closes the dialog with cancel_result.
     void cancel_dlg();
 
     /// The same: Escape and the window's close button come here.

@@ -5,13 +5,6 @@
 
 namespace printman {
 
-namespace {
-
-enum DialogResult { find_next_result = 0, mark_all_result = 1 };
-constexpr int backward = 3;
-
-} // namespace
-
 void SearchCycle::run(SearchTarget& target) {
     const QPointer<QWidget> parent = target.search_parent();
     const bool has_parent = !parent.isNull();
@@ -43,13 +36,14 @@ std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
     const int result = dialog->exec();
     if (!dialog)
         return std::nullopt;
-    Request request{.mark_all = result == mark_all_result,
+    Request request{.mark_all = result == findDlg::mark_all_result,
                     .text = dialog->search_text,
-                    .options = {.forward = dialog->get_direction() != backward,
+                    .options = {.forward = dialog->get_direction() != findDlg::backward,
                                 .case_sensitive = dialog->is_case_sensitive(),
                                 .whole_word = dialog->is_whole_word()}};
     delete dialog;
-    const bool is_search = result == find_next_result || result == mark_all_result;
+    const bool is_search =
+        result == findDlg::find_next_result || result == findDlg::mark_all_result;
     if (!is_search || request.text.isEmpty())
         return std::nullopt;
     return request;

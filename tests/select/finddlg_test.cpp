@@ -96,6 +96,14 @@ TEST(FindDialog, isNamedAsItIsTold) {
     EXPECT_FALSE(findDlg().isModal());
 }
 
+TEST(FindDialog, itsResultsAndDirectionsHaveTheirNumbers) {
+    EXPECT_EQ(findDlg::find_next_result, 0);
+    EXPECT_EQ(findDlg::mark_all_result, 1);
+    EXPECT_EQ(findDlg::cancel_result, 2);
+    EXPECT_EQ(findDlg::backward, 3);
+    EXPECT_EQ(findDlg::forward, 4);
+}
+
 TEST(FindDialog, itsSlotsStandInOrder) {
     const QMetaObject& meta = findDlg::staticMetaObject;
     QStringList names;
