@@ -35,7 +35,7 @@ public:
     QPushButton* btnOK;
     QPushButton* btnCancel;
 
-protected slots:
+public slots:
     /// Gives every widget its text again, in the language of now.
     virtual void languageChange();
 

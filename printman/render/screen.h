@@ -50,7 +50,7 @@ public:
                             Qt::WindowFlags flags = {});
     ~ScreenViewBase() override;
 
-protected slots:
+public slots:
     /// Gives the form its caption in the language of now.
     virtual void languageChange();
 

@@ -40,7 +40,7 @@ public:
     QPushButton* btnMarkAll;
     QPushButton* btnCancel;
 
-protected slots:
+public slots:
     /// Gives every widget its text again, in the language of now.
     virtual void languageChange();
 

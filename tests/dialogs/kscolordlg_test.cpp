@@ -1,4 +1,5 @@
 #include "tests/support/dialogs.h"
+#include "tests/support/language.h"
 #include "tests/support/testhost.h"
 
 #include <printman/core/printman.h>
@@ -11,27 +12,15 @@
 #include <QMetaMethod>
 #include <QPushButton>
 #include <QTest>
-#include <QTranslator>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testsupport::DialogAnswers;
+using testsupport::LongLanguage;
 
 namespace {
-
-class LongLanguage : public QTranslator {
-public:
-    LongLanguage() { qApp->installTranslator(this); }
-    ~LongLanguage() override { qApp->removeTranslator(this); }
-
-    QString translate(const char* /*context*/, const char* text, const char* /*hint*/,
-                      int /*count*/) const override {
-        return QString::fromUtf8(text).repeated(3);
-    }
-    bool isEmpty() const override { return false; }
-};
 
 QString text(const char* latin1) {
     return QString::fromLatin1(latin1);
@@ -238,6 +227,18 @@ TEST_F(ColourDialog, isAsSmallAsItsLayoutAllowsAndStaysSo) {
     EXPECT_EQ(dialog.size(), smallest);
     dialog.resize(800, 600);
     EXPECT_EQ(dialog.size(), smallest);
+}
+
+TEST_F(ColourDialog, takesTheLanguageThatTheProgramChangesTo) {
+    kscolorDlgBase dialog;
+    {
+        const LongLanguage language;
+        QEvent change(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(&dialog, &change);
+        EXPECT_EQ(dialog.lbTextColor->text(), text("Text ColorText ColorText Color"));
+    }
+    dialog.languageChange();
+    EXPECT_EQ(dialog.lbTextColor->text(), text("Text Color"));
 }
 
 TEST_F(ColourDialog, growsWithTheLanguageAlone) {

@@ -1,4 +1,5 @@
 #include "tests/support/dialogs.h"
+#include "tests/support/language.h"
 
 #include <printman/select/finddlg.h>
 
@@ -13,26 +14,13 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
-#include <QTranslator>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 using testsupport::DialogAnswers;
+using testsupport::LongLanguage;
 
 namespace {
-
-/// A language in which every text is three times as long.
-class LongLanguage : public QTranslator {
-public:
-    LongLanguage() { qApp->installTranslator(this); }
-    ~LongLanguage() override { qApp->removeTranslator(this); }
-
-    QString translate(const char* /*context*/, const char* text, const char* /*hint*/,
-                      int /*count*/) const override {
-        return QString::fromUtf8(text).repeated(3);
-    }
-    bool isEmpty() const override { return false; }
-};
 
 QString text(const char* latin1) {
     return QString::fromLatin1(latin1);
@@ -249,6 +237,18 @@ TEST(FindDialog, theDirectionsExcludeEachOtherAndBothMayStayOpen) {
         EXPECT_FALSE(shown.opUp->isChecked());
         QTest::mouseClick(shown.btnCancel, Qt::LeftButton);
     });
+}
+
+TEST(FindDialog, takesTheLanguageThatTheProgramChangesTo) {
+    findDlgBase dialog;
+    {
+        const LongLanguage language;
+        QEvent change(QEvent::LanguageChange);
+        QCoreApplication::sendEvent(&dialog, &change);
+        EXPECT_EQ(dialog.btnMarkAll->text(), text("Mark AllMark AllMark All"));
+    }
+    dialog.languageChange();
+    EXPECT_EQ(dialog.btnMarkAll->text(), text("Mark All"));
 }
 
 TEST(FindDialog, growsWithTheLanguageWhileItIsOpen) {
