@@ -5,6 +5,7 @@
 #include <printman/core/printman.h>
 #include <printman/dialogs/kscolordlg.h>
 
+#include <QAccessible>
 #include <QColorDialog>
 #include <QFrame>
 #include <QLabel>
@@ -99,6 +100,19 @@ TEST_F(ColourDialog, hasItsTextsAndNames) {
          {"lbTextColor", "Frame7", "imgTextColor", "btnTextColorBrw", "lbBGColor", "Frame8",
           "imgBGColor", "btnBGColorBrw", "btnOK", "btnCancel"})
         EXPECT_NE(dialog.findChild<QWidget*>(text(name)), nullptr) << name;
+}
+
+TEST_F(ColourDialog, aScreenReaderTellsItsTwoPickersApart) {
+    kscolorDlgBase dialog;
+    const auto name = [](QWidget* button) {
+        return QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name);
+    };
+    EXPECT_EQ(name(dialog.btnTextColorBrw), text("Text Color"));
+    EXPECT_EQ(name(dialog.btnBGColorBrw), text("Background Color"));
+    const LongLanguage language;
+    dialog.languageChange();
+    EXPECT_EQ(name(dialog.btnTextColorBrw), dialog.lbTextColor->text());
+    EXPECT_EQ(name(dialog.btnBGColorBrw), dialog.lbBGColor->text());
 }
 
 TEST_F(ColourDialog, isLaidOutInAColumnOfTwoRows) {
