@@ -59,8 +59,7 @@ public:
     /// that the setting TMPDIR names, else in the current directory. The first add_rpt_page()
     /// creates the file.
     ///
-    /// @return the length of that name, or -1 when it does not fit 255 bytes; the old one then
-    /// stays
+    /// @return the length of that name; -1 when it does not fit 255 bytes, and the old name stays
     int init_printman();
 
     /// Makes the printer and adopts the report file @p path, at most 255 bytes, and indexes it.
@@ -92,9 +91,8 @@ public:
     /// file.
     ///
     /// @param cell_width,cell_height a cell in pixels, for get_scr_size(int*, int*)
-    /// @return -1 when the file cannot be opened, 1 when it says pages of 0 lines, else 0, also
-    /// when
-    ///         it has no geometry
+    /// @return -1 when the file cannot be opened, 1 when it says pages of 0 lines, else 0; a file
+    ///         without geometry is no failure
     int init_scr_buffer(int cell_width, int cell_height);
 
     /// Adds the pages of the file to the index: 0, or -1 when it cannot be read.

@@ -92,8 +92,8 @@ public:
 
     /// Adds the place of every page in the file to the index. Cost: one pass over the file.
     ///
-    /// @return 0, or -1 when the file cannot be opened or read, or is no regular file; the index
-    /// then
+    /// @return 0, or -1 when the file cannot be opened or read, or is no regular file, and the
+    /// index
     ///         stays as it was
     int index_pages();
 
