@@ -5,9 +5,10 @@
 #include <printman/select/pagetext.h>
 #include <printman/toolkit/pagesizes.h>
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QFile>
 #include <QMessageBox>
+#include <QPointer>
 #include <QRandomGenerator>
 #include <QWidget>
 
@@ -33,12 +34,21 @@ std::string fresh_report_directory() {
     return getcwd(directory.data(), directory.size()) ? directory.data() : "/tmp";
 }
 
+/// While the box is open, everything may be closed, the manager too: it comes last.
 void show_open_error(QWidget* parent, const char* path) {
-    QMessageBox box(QMessageBox::Warning, CPrintMan::tr("File Open Error"),
-                    CPrintMan::tr("Can not open file: %1").arg(QFile::decodeName(path)),
-                    QMessageBox::NoButton, parent);
-    box.addButton(CPrintMan::tr("Ok"), QMessageBox::AcceptRole);
-    box.exec();
+    // It goes with its parent.
+    const QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Warning, CPrintMan::tr("File Open Error"),
+                        CPrintMan::tr("Can not open file: %1").arg(QFile::decodeName(path)),
+                        QMessageBox::NoButton, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->addButton(CPrintMan::tr("Ok"), QMessageBox::AcceptRole);
+    box->exec();
+    delete box;
+}
+
+bool can_show_boxes() {
+    return qobject_cast<QApplication*>(QCoreApplication::instance());
 }
 
 } // namespace
@@ -166,9 +176,10 @@ int CPrintMan::save_rpt_file(QWidget* parent, const char* path) {
         if (parent)
             parent->setCursor(Qt::ArrowCursor);
     }
-    if (!last_job_ok() && !d->canceled && parent)
+    const bool done = last_job_ok();
+    if (!done && !d->canceled && parent)
         show_open_error(parent, path);
-    return last_job_ok();
+    return done;
 }
 
 int CPrintMan::write_rpt_text(const char* path) {
@@ -189,7 +200,7 @@ void CPrintMan::save_cur_page(QWidget* parent, const char* file_name) {
         return;
     OutputFile out;
     d->job_error = out.open(file_name) ? write_page_text(d->rows.rows(), out) : out.error();
-    if (!last_job_ok() && parent)
+    if (!last_job_ok() && can_show_boxes())
         show_open_error(parent, file_name);
 }
 

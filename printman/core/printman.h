@@ -346,7 +346,8 @@ public:
     /// Saves the loaded page as plain text, each item at its column. Whether that succeeded is what
     /// last_job_ok() says; an earlier file is else as it was.
     ///
-    /// @param parent    where a warning is shown when the file cannot be written; may be null
+    /// @param parent    where a warning is shown when the file cannot be written; may be null, and
+    ///                  the warning then stands alone. A program without widgets shows none
     /// @param file_name null or empty does nothing
     void save_cur_page(QWidget* parent, const char* file_name);
 

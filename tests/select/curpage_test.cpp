@@ -70,12 +70,54 @@ TEST_F(CurrentPage, aFileThatCannotBeOpenedIsShown) {
     EXPECT_FALSE(manager_.last_job_ok());
 }
 
+TEST_F(CurrentPage, aFailureIsShownWithoutAParentToo) {
+    show(report);
+    answers_.then([](QDialog& dialog) {
+        EXPECT_EQ(dialog.windowTitle(), QStringLiteral("File Open Error"));
+        EXPECT_EQ(dialog.parentWidget(), nullptr);
+        dialog.reject();
+    });
+    manager_.save_cur_page(nullptr, path("no/such").constData());
+    EXPECT_FALSE(manager_.last_job_ok());
+}
+
+TEST_F(CurrentPage, aNameIsShownAsItIs) {
+    show(report);
+    answers_.then([this](QDialog& dialog) {
+        auto* box = qobject_cast<QMessageBox*>(&dialog);
+        ASSERT_NE(box, nullptr);
+        EXPECT_EQ(box->textFormat(), Qt::PlainText);
+        EXPECT_TRUE(box->text().endsWith(u"<b>no</b>/such"));
+        dialog.reject();
+    });
+    manager_.save_cur_page(&window_, path("<b>no</b>/such").constData());
+}
+
+TEST_F(CurrentPage, everythingMayBeClosedWhileAFailureIsShown) {
+    for (const bool whole_report : {false, true}) {
+        auto window = std::make_unique<QWidget>();
+        window->show();
+        auto manager = std::make_unique<CPrintMan>();
+        testsupport::write_file(file(), report);
+        ASSERT_EQ(manager->init_printman(file().toLocal8Bit().constData()), 0);
+        answers_.then([&](QDialog& /*box*/) {
+            manager.reset();
+            window.reset();
+        });
+        CPrintMan& gone = *manager;
+        if (whole_report)
+            EXPECT_EQ(gone.save_rpt_file(window.get(), path("no/such").constData()), 0);
+        else
+            gone.save_cur_page(window.get(), path("no/such").constData());
+        EXPECT_EQ(manager, nullptr);
+    }
+}
+
 TEST_F(CurrentPage, aFullDiskIsShownOnce) {
     show(report);
     answers_.then([](QDialog& dialog) { dialog.reject(); });
     manager_.save_cur_page(&window_, "/dev/full");
     EXPECT_FALSE(manager_.last_job_ok());
-    manager_.save_cur_page(nullptr, "/dev/full");
     EXPECT_EQ(manager_.last_job_error(), QStringLiteral("No space left on device"));
 }
 
