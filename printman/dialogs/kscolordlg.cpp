@@ -7,6 +7,7 @@
 #include <QColorDialog>
 #include <QEvent>
 #include <QPixmap>
+#include <QPointer>
 
 namespace {
 
@@ -25,6 +26,17 @@ void paint_swatch(QLabel* swatch, const QColor& color) {
     pixmap.setDevicePixelRatio(ratio);
     pixmap.fill(color);
     swatch->setPixmap(pixmap);
+}
+
+/// The colour that the user picks; an invalid one when the picker is cancelled, or goes with
+/// @p parent.
+QColor pick_color(const QColor& initial, QWidget* parent) {
+    const QPointer<QColorDialog> picker = new QColorDialog(parent);
+    picker->setCurrentColor(initial);
+    picker->exec();
+    const QColor picked = picker ? picker->selectedColor() : QColor();
+    delete picker;
+    return picked;
 }
 
 } // namespace
@@ -94,7 +106,7 @@ void KSColorDlg::btnCancel_clicked() {
 }
 
 void KSColorDlg::btnTextColorBrw_clicked() {
-    const QColor picked = QColorDialog::getColor(text_color, this);
+    const QColor picked = pick_color(text_color, this);
     if (!picked.isValid())
         return;
     text_color = picked;
@@ -102,7 +114,7 @@ void KSColorDlg::btnTextColorBrw_clicked() {
 }
 
 void KSColorDlg::btnBGColorBrw_clicked() {
-    const QColor picked = QColorDialog::getColor(background_color, this);
+    const QColor picked = pick_color(background_color, this);
     if (!picked.isValid())
         return;
     background_color = picked;

@@ -10,9 +10,11 @@
 #include <QIODevice>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QPointer>
 
 #include <climits>
 #include <cstdlib>
+#include <optional>
 #include <vector>
 
 namespace printman {
@@ -36,6 +38,18 @@ QString upright_style(const QString& family, int weight) {
         distance = away;
     }
     return nearest;
+}
+
+/// The font that the user chooses; none when the dialog is cancelled, or goes with @p parent.
+std::optional<QFont> choose_font(QWidget* parent) {
+    const QPointer<QFontDialog> dialog = new QFontDialog(parent);
+    dialog->setCurrentFont(first_print_font());
+    const bool is_accepted = dialog->exec() == QDialog::Accepted && dialog;
+    std::optional<QFont> font;
+    if (is_accepted)
+        font = dialog->selectedFont();
+    delete dialog;
+    return font;
 }
 
 /// Whether the host's setting turns the page map off.
@@ -127,11 +141,10 @@ QString print_page_as_chosen(QWidget* parent, PsPrinter& printer, PageUnits& uni
     PagePrint print(page, units);
     if (!printer.setup(parent))
         return {};
-    bool chosen = false;
-    const QFont font = QFontDialog::getFont(&chosen, first_print_font(), parent);
-    if (!chosen)
+    const std::optional<QFont> font = choose_font(parent);
+    if (!font)
         return {};
-    print.set_font(font);
+    print.set_font(*font);
     return printer.isPdfChosen() ? print.on_pdf(printer) : print.on_printer(printer);
 }
 

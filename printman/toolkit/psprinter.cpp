@@ -5,6 +5,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 #include <QPrintDialog>
 
 #include <cmath>
@@ -79,6 +80,7 @@ public:
     printman::PsPrintEngine print_engine;
     printman::PsPaintEngine paint_engine{print_engine};
     bool pdf_chosen = false;
+    std::shared_ptr<const bool> alive = std::make_shared<const bool>(true);
 };
 
 PsPrinter::PsPrinter(PrinterMode mode) : QPrinter(mode), d(std::make_unique<Private>()) {
@@ -108,12 +110,16 @@ void PsPrinter::setMargins(unsigned top, unsigned left, unsigned bottom, unsigne
 bool PsPrinter::setup(QWidget* parent) {
     QPrinter native(QPrinter::HighResolution);
     prepare_native(native, *this);
-    QPrintDialog dialog(&native, parent);
+    // The window may be closed meanwhile, and takes the dialog with it; this printer may go, too.
+    const QPointer<QPrintDialog> dialog = new QPrintDialog(&native, parent);
+    const std::weak_ptr<const bool> alive = d->alive;
     // Where there are printers the dialog has now given it the settings of the default one.
-    preselect(dialog, printerName());
+    preselect(*dialog, printerName());
     prepare_native(native, *this);
     const QMarginsF margins = margins_of(native);
-    if (dialog.exec() != QDialog::Accepted)
+    const bool is_accepted = dialog->exec() == QDialog::Accepted && dialog;
+    delete dialog;
+    if (!is_accepted || alive.expired())
         return false;
 
     const bool to_file = native.outputFormat() == QPrinter::PdfFormat;

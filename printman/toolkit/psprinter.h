@@ -55,7 +55,8 @@ public:
     /// colour. The dialog lists the printers that the machine has, and an output file besides, so
     /// it works without any printer.
     ///
-    /// @param parent of the dialog; may be null
+    /// @param parent of the dialog; may be null. It may go while the dialog is open, which then is
+    ///               cancelled, and so may the printer
     /// @return false when it was cancelled; nothing has changed then
     bool setup(QWidget* parent);
 

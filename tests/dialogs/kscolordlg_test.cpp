@@ -11,6 +11,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QMetaMethod>
+#include <QPointer>
 #include <QPushButton>
 #include <QTest>
 #include <gmock/gmock.h>
@@ -204,6 +205,21 @@ TEST_F(ColourDialog, aCancelledPickerChangesNothing) {
     EXPECT_EQ(dialog.background_color, background_);
     EXPECT_EQ(swatch_colour(dialog.imgTextColor), text_);
     EXPECT_EQ(swatch_colour(dialog.imgBGColor), background_);
+}
+
+TEST_F(ColourDialog, mayBeClosedWithItsWindowWhileAPickerIsOpen) {
+    for (const auto button : {&kscolorDlgBase::btnTextColorBrw, &kscolorDlgBase::btnBGColorBrw}) {
+        auto window = std::make_unique<QWidget>();
+        window->show();
+        const QPointer<KSColorDlg> dialog = new KSColorDlg(window.get());
+        dialog->show();
+        const DialogAnswers answers{[&window](QDialog& picker) {
+            EXPECT_NE(qobject_cast<QColorDialog*>(&picker), nullptr);
+            window.reset();
+        }};
+        click(dialog->*button);
+        EXPECT_EQ(dialog, nullptr);
+    }
 }
 
 TEST_F(ColourDialog, cancelWritesNothing) {

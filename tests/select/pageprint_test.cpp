@@ -87,9 +87,10 @@ protected:
         });
     }
 
-    QString print() {
-        return print_page_as_chosen(&parent_, printer_, units_, {rows_, columns, lines});
+    QString print_in(QWidget* parent) {
+        return print_page_as_chosen(parent, printer_, units_, {rows_, columns, lines});
     }
+    QString print() { return print_in(&parent_); }
 
     QString print_to(const QString& file, const QFont& font = mono_font()) {
         choose_file(file);
@@ -114,7 +115,7 @@ protected:
 } // namespace
 
 TEST_F(PagePrinting, withoutAParentNothingHappens) {
-    EXPECT_EQ(print_page_as_chosen(nullptr, printer_, units_, {rows_, columns, lines}), QString());
+    EXPECT_EQ(print_in(nullptr), QString());
     EXPECT_TRUE(testhost::calls().isEmpty());
 }
 
@@ -299,6 +300,19 @@ TEST_F(PagePrinting, aJobThatTheHostAbortsPaintsNothingAndLeavesNoFile) {
     EXPECT_EQ(print_to(path("a.ps")), QStringLiteral("canceled"));
     EXPECT_TRUE(files().isEmpty());
     EXPECT_EQ(printer_.printerState(), QPrinter::Idle);
+}
+
+TEST_F(PagePrinting, aWindowThatIsClosedUnderADialogEndsIt) {
+    for (const bool at_font : {false, true}) {
+        auto window = std::make_unique<QWidget>();
+        window->show();
+        if (at_font)
+            choose_file(path("a.ps"));
+        answers_.then([&window](QDialog& /*dialog*/) { window.reset(); });
+        EXPECT_EQ(print_in(window.get()), QString());
+        EXPECT_EQ(window, nullptr);
+        EXPECT_TRUE(files().isEmpty());
+    }
 }
 
 TEST_F(PagePrinting, aPageTurnedWhileADialogIsOpenDoesNoHarm) {

@@ -207,6 +207,26 @@ TEST_F(PsPrinterSetup, anExistingFileIsAskedFor) {
     EXPECT_EQ(testsupport::read_file(path("a.pdf")), "earlier");
 }
 
+TEST_F(PsPrinterSetup, endsWithTheWindowThatIsClosedMeanwhile) {
+    auto window = std::make_unique<QWidget>();
+    window->show();
+    printer_.setOutputFileName(path("a.ps"));
+    answers_.then([&window](QDialog& /*dialog*/) { window.reset(); });
+    EXPECT_FALSE(printer_.setup(window.get()));
+    EXPECT_EQ(printer_.outputFileName(), path("a.ps"));
+}
+
+TEST_F(PsPrinterSetup, thePrinterMayGoMeanwhile) {
+    auto printer = std::make_unique<PsPrinter>();
+    answers_.then([&](QDialog& dialog) {
+        printer.reset();
+        name_file(dialog, path("a.pdf"));
+        DialogAnswers::ok(dialog);
+    });
+    PsPrinter& gone = *printer;
+    EXPECT_FALSE(gone.setup(&parent_));
+}
+
 TEST_F(PsPrinterSetup, worksWithoutAParent) {
     answers_.then(DialogAnswers::cancel);
     EXPECT_FALSE(printer_.setup(nullptr));
