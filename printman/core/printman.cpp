@@ -57,7 +57,7 @@ void CPrintMan::Private::make_printer() {
     // Qt refuses to make a printer without an application object.
     if (!QCoreApplication::instance())
         return;
-    printer = std::make_unique<PsPrinter>();
+    printer = std::make_shared<PsPrinter>();
     printer->setPageSize(page_size_of(letter_page_size));
 }
 

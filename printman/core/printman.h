@@ -353,7 +353,9 @@ public:
 
     /// Prints the loaded page where and in the font that the user chooses in two dialogs. The
     /// setting NOPAGEMAP, yes or no, turns automatic page formatting off or on, from then on.
-    /// Whether that succeeded is what last_job_ok() says, also when a dialog was cancelled.
+    /// Whether that succeeded is what last_job_ok() says, also when a dialog was cancelled. While a
+    /// dialog is open, @p parent and the manager may go, or init_printman() make another printer:
+    /// nothing is printed then.
     ///
     /// @param parent of the dialogs; null does nothing
     void print_cur_page(QWidget* parent);

@@ -5,6 +5,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QPointer>
 
 // The door's part for the clipboard and for the loaded page on paper.
 
@@ -57,9 +58,13 @@ void CPrintMan::save_allto_clipboard() {
 
 void CPrintMan::print_cur_page(QWidget* parent) {
     const PageGeometry page = d->report.geometry();
-    if (d->printer && page.known())
-        d->job_error = print_page_as_chosen(parent, *d->printer, d->units,
-                                            {d->rows.rows(), page.columns, page.lines});
+    if (!d->printer || !page.known())
+        return;
+    const QPointer<CPrintMan> self = this;
+    const QString error = print_page_as_chosen(parent, d->printer, d->units,
+                                               {d->rows.rows(), page.columns, page.lines});
+    if (self)
+        d->job_error = error;
 }
 
 void CPrintMan::copy_text() {

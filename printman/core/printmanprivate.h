@@ -25,7 +25,8 @@ public:
     PrintDest dest{};
 
     // Destroyed from the last to the first: the report's cells, the fields, the rows, the printer.
-    std::unique_ptr<PsPrinter> printer;
+    std::shared_ptr<PsPrinter>
+        printer; ///< owned here alone; whoever prints can see that it is gone
     printman::PageUnits units;
     printman::PageRows rows;
     printman::EscapeTable fields;

@@ -134,18 +134,23 @@ QFont first_print_font() {
     return font;
 }
 
-QString print_page_as_chosen(QWidget* parent, PsPrinter& printer, PageUnits& units,
-                             const PrintedPage& page) {
-    if (!parent)
+QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,
+                             PageUnits& units, const PrintedPage& page) {
+    if (!parent || printer.expired())
         return {};
+    const QPointer<QWidget> window = parent;
+    // Both may go while a dialog is open; the caller's own reference may go with its owner.
+    const std::weak_ptr<PsPrinter> chosen = printer;
     PagePrint print(page, units);
-    if (!printer.setup(parent))
+    const bool is_set_up = chosen.lock()->setup(parent);
+    if (!is_set_up || !window || chosen.expired())
         return {};
     const std::optional<QFont> font = choose_font(parent);
-    if (!font)
+    const std::shared_ptr<PsPrinter> kept = chosen.lock();
+    if (!font || !window || !kept)
         return {};
     print.set_font(*font);
-    return printer.isPdfChosen() ? print.on_pdf(printer) : print.on_printer(printer);
+    return kept->isPdfChosen() ? print.on_pdf(*kept) : print.on_printer(*kept);
 }
 
 } // namespace printman

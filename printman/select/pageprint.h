@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QString>
 
+#include <memory>
 #include <span>
 
 class PsPrinter;
@@ -30,13 +31,16 @@ QFont first_print_font();
 /// drawn of the page elsewhere is not touched: its items keep their drawn rectangles, and @p units
 /// its measures.
 ///
+/// While a dialog is open, the parent or the printer may go, and the units with the printer:
+/// nothing is printed then.
+///
 /// @param parent  of the dialogs; null prints nothing
 /// @param printer keeps what was chosen
 /// @param units   its margins are kept clear; the page map is set on or off in it, as the host's
 ///                setting NOPAGEMAP says, once both dialogs have been accepted
 /// @return empty, also when a dialog was cancelled, or why nothing was printed; an earlier output
 ///         file is then as it was
-QString print_page_as_chosen(QWidget* parent, PsPrinter& printer, PageUnits& units,
-                             const PrintedPage& page);
+QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,
+                             PageUnits& units, const PrintedPage& page);
 
 } // namespace printman

@@ -165,6 +165,38 @@ TEST_F(CurrentPage, cancelledPrintingIsNoFailure) {
     EXPECT_FALSE(testhost::calls().contains(QStringLiteral("GetEnv(NOPAGEMAP, dlwmenu.ini, env)")));
 }
 
+TEST_F(CurrentPage, whatGoesWhileItIsPrintedEndsThePrint) {
+    const auto choose_file = [this](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>(QStringLiteral("filename"))
+            ->setText(QFile::decodeName(path("out.ps")));
+        DialogAnswers::ok(dialog);
+    };
+    const QByteArray report_file = file().toLocal8Bit();
+    testsupport::write_file(file(), report);
+    for (const bool at_font : {false, true}) {
+        for (const bool manager_goes : {false, true}) {
+            auto manager = std::make_unique<CPrintMan>();
+            ASSERT_EQ(manager->init_printman(report_file.constData()), 0);
+            ASSERT_EQ(manager->get_rpt_page(1), 1);
+            const auto close_it = [&](QDialog& dialog) {
+                if (manager_goes)
+                    manager.reset();
+                else
+                    manager->init_printman(report_file.constData());
+                at_font ? DialogAnswers::ok(dialog) : choose_file(dialog);
+            };
+            if (at_font)
+                answers_.then(choose_file);
+            answers_.then(close_it);
+            CPrintMan& printing = *manager;
+            printing.print_cur_page(&window_);
+            EXPECT_TRUE(content("out.ps").isEmpty());
+            EXPECT_EQ(manager == nullptr, manager_goes);
+            EXPECT_TRUE(!manager || manager->last_job_ok());
+        }
+    }
+}
+
 TEST_F(CurrentPage, aPrintThatFailsIsTold) {
     show(report);
     QDir(scratch_.path()).mkdir(QStringLiteral("gone"));

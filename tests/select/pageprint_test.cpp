@@ -88,7 +88,7 @@ protected:
     }
 
     QString print_in(QWidget* parent) {
-        return print_page_as_chosen(parent, printer_, units_, {rows_, columns, lines});
+        return print_page_as_chosen(parent, owned_printer_, units_, {rows_, columns, lines});
     }
     QString print() { return print_in(&parent_); }
 
@@ -106,7 +106,8 @@ protected:
                              QString::fromLatin1("caf\xe9"), QStringLiteral("%1")};
     QTemporaryDir scratch_;
     QWidget parent_;
-    PsPrinter printer_;
+    std::shared_ptr<PsPrinter> owned_printer_ = std::make_shared<PsPrinter>();
+    PsPrinter& printer_ = *owned_printer_;
     PageUnits units_;
     std::vector<QValueList<StringItem>> rows_;
     DialogAnswers answers_;
