@@ -34,15 +34,19 @@ QRect match_place(const TextMeasure& measure, const StringItem& item,
 } // namespace
 
 SearchPattern::SearchPattern(const QString& text, const SearchOptions& options)
-    : forward_(options.forward), cost_(expression_text(text, options)) {
+    : forward_(options.forward), text_(expression_text(text, options)),
+      case_(options.case_sensitive ? Qt::CaseSensitive : Qt::CaseInsensitive), cost_(text_) {
     time_.start();
-    if (cost_.compiles())
-        expression_.emplace(expression_text(text, options),
-                            options.case_sensitive ? Qt::CaseSensitive : Qt::CaseInsensitive);
+}
+
+const QRegExp& SearchPattern::expression() {
+    if (!expression_)
+        expression_.emplace(text_, case_);
+    return *expression_;
 }
 
 SearchPattern::Match SearchPattern::find(const QString& text, qsizetype from) {
-    if (!expression_ || !expression_->isValid() || !may_search(text.size()))
+    if (!cost_.compiles() || !may_search(text.size()) || !expression().isValid())
         return {};
     while (from < text.size() && !time_.hasExpired(max_milliseconds)) {
         const qsizetype position = expression_->indexIn(text, static_cast<int>(from));

@@ -48,10 +48,13 @@ public:
 
 private:
     bool may_search(qsizetype length);
+    const QRegExp& expression();
 
     bool forward_;
+    QString text_;
+    Qt::CaseSensitivity case_;
     PatternCost cost_;
-    std::optional<QRegExp> expression_;
+    std::optional<QRegExp> expression_; ///< compiled once a search is known to end
     QElapsedTimer time_;
     qsizetype longest_ = 0; ///< text that was found to be worth its cost
     bool gave_up_ = false;

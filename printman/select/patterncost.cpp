@@ -21,12 +21,14 @@ constexpr int max_look_aheads = 8;
 // What QRegExp itself refuses.
 constexpr int infinite_repetition = 1025;
 constexpr int max_back_reference = 14;
+constexpr double max_ahead_copies = 13;
 
 constexpr double ranges_a_step = 8.0;
 constexpr double captures_a_step = 40.0;
 constexpr double atoms_a_step = 4.0;
 constexpr double sleepers_a_step = 8.0;
 constexpr double shorthand_ranges = 10.0;
+constexpr double engine_size = 20.0; ///< of an automaton, whatever stands in it
 
 enum class Kind { end, character, set, reference, anchor, ahead, open, close, bar, quantifier };
 
@@ -270,6 +272,12 @@ void PatternCost::Parser::parse_automaton() {
     now_->ref_transitions += box.first_refs;
     now_->longest = box.longest;
     now_->states += 2;
+    double copies = 0;
+    for (const Automaton& inner : now_->ahead)
+        copies += inner.copies;
+    // Beyond its limit QRegExp does not stop, but reads on in what it has read before.
+    if (copies > max_ahead_copies)
+        fail();
 }
 
 Box PatternCost::Parser::parse_expression() {
@@ -435,10 +443,16 @@ Box PatternCost::Parser::repeat(const Box& atom, const Token& quantifier, bool c
 }
 
 double PatternCost::Automaton::size() const {
-    double total = states + transitions + anchors;
+    double total = engine_size + states + transitions + anchors;
     for (const Automaton& inner : ahead)
         total += inner.copies * inner.size();
     return total;
+}
+
+bool PatternCost::Automaton::combines_too_much() const {
+    return anchors > max_anchors || states * captures > max_capture_cells ||
+           std::any_of(ahead.begin(), ahead.end(),
+                       [](const Automaton& inner) { return inner.combines_too_much(); });
 }
 
 double PatternCost::Automaton::steps_from_one_start(double length) const {
@@ -456,13 +470,7 @@ double PatternCost::Automaton::steps_from_one_start(double length) const {
 PatternCost::PatternCost(const QString& pattern) {
     if (!Parser(pattern).parse(automaton_))
         return;
-    const std::vector<Automaton>& ahead = automaton_.ahead;
-    const auto combines = [](const Automaton& automaton) {
-        return automaton.anchors > max_anchors ||
-               automaton.states * automaton.captures > max_capture_cells;
-    };
-    compiles_ = automaton_.size() <= max_size && !combines(automaton_) &&
-                std::none_of(ahead.begin(), ahead.end(), combines);
+    compiles_ = automaton_.size() <= max_size && !automaton_.combines_too_much();
 }
 
 bool PatternCost::allows(qsizetype length) const {

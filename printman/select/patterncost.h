@@ -6,7 +6,8 @@
 
 namespace printman {
 
-/// An upper bound for the work of matching a regular expression, known before it is compiled.
+/// An estimate, on the safe side, of the work of compiling and of matching a regular expression,
+/// made from its text alone.
 ///
 /// QRegExp follows all ways through an expression at once, for every place where a match may start:
 /// most expressions cost at most the square of the text's length. But a few characters suffice
@@ -17,7 +18,7 @@ public:
     /// @param pattern in QRegExp's own syntax
     explicit PatternCost(const QString& pattern);
 
-    /// Whether the expression is well formed, and small enough to be compiled.
+    /// Whether the expression is well formed, and compiled in a fraction of a second.
     bool compiles() const { return compiles_; }
 
     /// Whether a text of @p length characters can be searched in about a second at the worst.
@@ -43,6 +44,7 @@ private:
         std::vector<Automaton> ahead;
 
         double size() const;
+        bool combines_too_much() const;
         double steps_from_one_start(double length) const;
     };
 
