@@ -488,8 +488,12 @@ public slots:
     void copy_text();
 
     /// Writes the clipboard's text to "printman0001.html" in the current directory and opens it
-    /// with the browser command "dlwbrw", without waiting. SIGCHLD is ignored by the process from
-    /// then on. What went wrong is what last_job_error() says; an empty clipboard is warned of.
+    /// with the browser command "dlwbrw", without waiting. What went wrong is what last_job_error()
+    /// says; an empty clipboard is warned of.
+    ///
+    /// SIGCHLD is ignored by the process from then on: its other children's statuses are lost to
+    /// it. system() and pclose() answer -1, waitpid() waits and then finds no child, and a QProcess
+    /// cannot say how its program ended. A host that needs them sets SIGCHLD again afterwards.
     void paste_text();
 
 private:

@@ -1,4 +1,5 @@
 #include <printman/select/browser.h>
+#include <printman/toolkit/leftchildren.h>
 #include <printman/toolkit/shellword.h>
 
 #include <QFile>
@@ -12,6 +13,7 @@
 #include <memory>
 #include <spawn.h>
 #include <string>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace printman {
@@ -55,9 +57,37 @@ int replace_file(const QByteArray& path, const QByteArray& bytes) {
     return error;
 }
 
+/// Writes @p bytes over a file of this user that has no name but @p path, nor is a link.
+///
+/// @return 0 or an errno
+int rewrite_own_file(const QByteArray& path, const QByteArray& bytes) {
+    // Not waiting for whoever reads a pipe of that name.
+    const int fd = ::open(path.constData(), O_WRONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return errno;
+    struct stat status = {};
+    int error = ::fstat(fd, &status) != 0 ? errno : 0;
+    if (error == 0 &&
+        (!S_ISREG(status.st_mode) || status.st_uid != ::geteuid() || status.st_nlink != 1))
+        error = EACCES;
+    if (error == 0 && ::ftruncate(fd, 0) != 0)
+        error = errno;
+    if (error == 0)
+        error = write_all(fd, bytes);
+    if (::close(fd) != 0 && error == 0)
+        error = errno;
+    return error;
+}
+
+int write_file(const QByteArray& path, const QByteArray& bytes) {
+    const int error = replace_file(path, bytes);
+    return error == EACCES && rewrite_own_file(path, bytes) == 0 ? 0 : error;
+}
+
 /// Runs a shell command on its own: 0 or an errno.
 int start_command(QByteArray command) {
     std::signal(SIGCHLD, SIG_IGN);
+    reap_left_children();
     posix_spawnattr_t attributes;
     posix_spawnattr_init(&attributes);
     // What this process ignores the browser would ignore too.
@@ -73,6 +103,8 @@ int start_command(QByteArray command) {
     pid_t child = 0;
     const int error = ::posix_spawn(&child, "/bin/sh", nullptr, &attributes, arguments, environ);
     posix_spawnattr_destroy(&attributes);
+    if (error == 0)
+        leave_child(child);
     return error;
 }
 
@@ -94,7 +126,7 @@ QString show_in_browser(const QString& text) {
     if (command.size() > most_command_bytes)
         return warn(QStringLiteral("the current directory's name is too long to paste in it"));
     QStringEncoder locale_encoding(QStringConverter::System);
-    if (const int error = replace_file(path, locale_encoding.encode(text)))
+    if (const int error = write_file(path, locale_encoding.encode(text)))
         return QStringLiteral("cannot write %1: %2")
             .arg(QFile::decodeName(path), qt_error_string(error));
     if (const int error = start_command(command))

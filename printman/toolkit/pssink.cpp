@@ -1,3 +1,4 @@
+#include <printman/toolkit/leftchildren.h>
 #include <printman/toolkit/pssink.h>
 
 #include <QFile>
@@ -50,6 +51,7 @@ public:
         if (--guards_ == 0 && replaced_) {
             ::sigaction(SIGCHLD, &old_, nullptr);
             replaced_ = false;
+            reap_left_children();
         }
     }
     ChildStatusGuard(const ChildStatusGuard&) = delete;

@@ -2,8 +2,10 @@
 #include "tests/support/tools.h"
 
 #include <printman/select/browser.h>
+#include <printman/toolkit/psprinter.h>
 
 #include <QFile>
+#include <QPainter>
 #include <gtest/gtest.h>
 
 #include <csignal>
@@ -62,6 +64,19 @@ protected:
         return QDir(QStringLiteral("."))
             .entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot);
     }
+
+    /// Makes a file that of the user whom WithoutPrivileges stands for.
+    static void give_away(const QByteArray& path) {
+        const uid_t user = ::geteuid() == 0 ? 65534 : ::geteuid();
+        ASSERT_EQ(::chown(path.constData(), user, static_cast<gid_t>(-1)), 0);
+    }
+
+    /// Lets that user go to the directory, but make no file in it.
+    void close_directory() const {
+        ASSERT_EQ(::chmod(QFile::encodeName(scratch_.path()).constData(), 0711), 0);
+        ASSERT_EQ(::chmod(directory_.constData(), 0555), 0);
+    }
+    void open_directory() const { ASSERT_EQ(::chmod(directory_.constData(), 0700), 0); }
 
     /// What the browser was called with; empty when none was started.
     QByteArray arguments() const {
@@ -146,6 +161,36 @@ TEST_F(Browser, aDirectoryThatTakesNoFileStopsSilently) {
     EXPECT_TRUE(here().isEmpty());
 }
 
+TEST_F(Browser, whereNoFileCanBeMadeOnesOwnIsWrittenAgain) {
+    testsupport::write_file(QFile::decodeName(paste_file()), "an earlier and longer text");
+    give_away(paste_file());
+    close_directory();
+    {
+        const WithoutPrivileges nobody;
+        EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    }
+    open_directory();
+    EXPECT_EQ(content(), "text");
+    EXPECT_EQ(arguments(), "1\n" + paste_file() + '\n');
+}
+
+TEST_F(Browser, whereNoFileCanBeMadeNothingIsWrittenThroughALink) {
+    const QByteArray other = QFile::encodeName(scratch_.filePath(QStringLiteral("other")));
+    testsupport::write_file(QFile::decodeName(other), "precious");
+    give_away(other);
+    for (const auto make_link : {&::symlink, &::link}) {
+        open_directory();
+        ::unlink(paste_file().constData());
+        ASSERT_EQ(make_link(other.constData(), paste_file().constData()), 0);
+        close_directory();
+        const WithoutPrivileges nobody;
+        EXPECT_FALSE(show_in_browser(QStringLiteral("text")).isEmpty());
+    }
+    open_directory();
+    EXPECT_EQ(read_file(QFile::decodeName(other)), "precious");
+    EXPECT_EQ(arguments(), "");
+}
+
 TEST_F(Browser, aDirectoryOfThatNameStopsIt) {
     ASSERT_EQ(::mkdir(paste_file().constData(), 0700), 0);
     EXPECT_FALSE(show_in_browser(QStringLiteral("text")).isEmpty());
@@ -202,6 +247,41 @@ TEST_F(Browser, isNotWaitedForAndLeavesNoZombie) {
     EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), 0);
     testsupport::write_file(tool("gate"), "ended");
     EXPECT_EQ(arguments(), "ended");
+}
+
+TEST_F(Browser, thatEndsWhileTheSpoolerIsWaitedForLeavesNoZombie) {
+    const QByteArray gate = record("gate");
+    ASSERT_EQ(::mkfifo(gate.constData(), 0600), 0);
+    // The shell that was started may have become the browser, or wait for it.
+    write_script(tool("dlwbrw"), "p=$$; [ $PPID = " + QByteArray::number(::getpid()) +
+                                     " ] || p=$PPID\necho $p > " + record("pid") + "\n/bin/cat " +
+                                     gate + " > " + record("args") + '\n');
+    write_script(tool("lp"), "/bin/cat > " + record("job") + "\necho > " + gate + "\nread p < " +
+                                 record("pid") +
+                                 "\nuntil /bin/grep -q State:.Z /proc/$p/status"
+                                 "; do [ -d /proc/$p ] || exit 1; done\n");
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    PsPrinter printer;
+    printer.setPrinterName(QStringLiteral("queue"));
+    QPainter p(&printer);
+    p.drawRect(0, 0, 100, 100);
+    EXPECT_TRUE(p.end()) << printer.errorString().toStdString();
+    EXPECT_FALSE(read_file(tool("job")).isEmpty());
+    EXPECT_EQ(::waitpid(-1, nullptr, WNOHANG), -1);
+}
+
+TEST_F(Browser, thatEndedWhileTheHostCountedItsChildrenIsClearedAwayByTheNext) {
+    const QByteArray gate = record("gate");
+    ASSERT_EQ(::mkfifo(gate.constData(), 0600), 0);
+    write_script(tool("dlwbrw"), "/bin/cat " + gate + '\n');
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    std::signal(SIGCHLD, SIG_DFL);
+    testsupport::write_file(tool("gate"), "end");
+    siginfo_t ended = {};
+    ASSERT_EQ(::waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT), 0);
+    write_script(tool("dlwbrw"), "");
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(::waitpid(ended.si_pid, nullptr, WNOHANG), -1);
 }
 
 TEST_F(Browser, hasItsSignalsAsUsual) {
