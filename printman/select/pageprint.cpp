@@ -140,6 +140,7 @@ QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& pr
         return {};
     const QPointer<QWidget> window = parent;
     // Both may go while a dialog is open; the caller's own reference may go with its owner.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
     const std::weak_ptr<PsPrinter> chosen = printer;
     PagePrint print(page, units);
     const bool is_set_up = chosen.lock()->setup(parent);
