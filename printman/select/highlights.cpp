@@ -17,14 +17,12 @@ namespace printman {
 
 namespace {
 
-bool erase_drawn_at(std::list<StringItem>& records, const QRect& place) {
+void erase_drawn_at(std::list<StringItem>& records, const QRect& place) {
     const auto at =
         std::find_if(records.begin(), records.end(),
                      [&place](const StringItem& record) { return record.drawn == place; });
-    if (at == records.end())
-        return false;
-    records.erase(at);
-    return true;
+    if (at != records.end())
+        records.erase(at);
 }
 
 StringItem source_of(const StringItem& record) {
@@ -86,14 +84,13 @@ void Highlights::collect(QPoint from, QPoint to) {
     }
 }
 
-bool Highlights::keep(const StringItem& record) {
-    const bool was_there = erase_drawn_at(previous_, record.drawn);
+void Highlights::keep(const StringItem& record) {
+    erase_drawn_at(previous_, record.drawn);
     keep_gap(record.drawn);
-    return was_there;
 }
 
-bool Highlights::keep_gap(const QRect& gap) {
-    return erase_drawn_at(previous_gaps_, gap);
+void Highlights::keep_gap(const QRect& gap) {
+    erase_drawn_at(previous_gaps_, gap);
 }
 
 void Highlights::add_gaps() {

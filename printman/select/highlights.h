@@ -47,14 +47,10 @@ public:
 
     /// Takes the record drawn at @p record's place, and a gap at that place, from what waits to be
     /// un-shown.
-    ///
-    /// @return whether there was such a record
-    bool keep(const StringItem& record);
+    void keep(const StringItem& record);
 
     /// Takes the first gap drawn at @p gap from what waits to be un-shown.
-    ///
-    /// @return whether there was one
-    bool keep_gap(const QRect& gap);
+    void keep_gap(const QRect& gap);
 
     /// Paints the highlights and shows the image.
     ///
