@@ -125,13 +125,17 @@ QString PagePrint::on_pdf(const PsPrinter& printer) {
 
 } // namespace
 
-QFont first_print_font() {
+QFont first_dialog_font(const QString& family) {
     constexpr int points = 12;
-    QFont font(QStringLiteral("Helvetica"), points, QFont::Light);
+    QFont font(family, points, QFont::Light);
     if (!QFontDatabase::hasFamily(font.family()))
         font.setFamily(QFontInfo(font).family());
     font.setStyleName(upright_style(font.family(), font.weight()));
     return font;
+}
+
+QFont first_print_font() {
+    return first_dialog_font(QStringLiteral("Helvetica"));
 }
 
 QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,

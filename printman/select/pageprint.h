@@ -22,8 +22,11 @@ struct PrintedPage {
     int lines = 0;
 };
 
-/// The font that the font dialog starts with: Helvetica, light, 12 points. Where no font has that
+/// The font that a font dialog starts with: of @p family, light, 12 points. Where no font has that
 /// name it is the one that stands for it, which the dialog can find in its list.
+QFont first_dialog_font(const QString& family);
+
+/// The same of Helvetica.
 QFont first_print_font();
 
 /// Prints a page where and in the font that the user chooses in two dialogs, the printer's and the

@@ -46,7 +46,8 @@ bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
     if (setup.output_file.isEmpty()) {
         sink_ = make_spooler_sink(setup.printer_name, setup.copies, setup.collate);
     } else {
-        sink_ = make_file_sink(setup.output_file);
+        sink_ = setup.is_scratch ? make_scratch_sink(setup.output_file)
+                                 : make_file_sink(setup.output_file);
         const QFileInfo target(setup.output_file);
         if (!target.exists() || target.isFile())
             directory = QFile::encodeName(target.absolutePath()).toStdString();

@@ -56,6 +56,7 @@ void PsPrintEngine::setProperty(PrintEnginePropertyKey key, const QVariant& valu
         break;
     case PPK_OutputFileName:
         setup_.output_file = value.toString();
+        setup_.is_scratch = false;
         break;
     case PPK_PrinterName:
         setup_.printer_name = value.toString();

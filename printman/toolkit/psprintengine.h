@@ -35,6 +35,9 @@ public:
     /// @return false when they leave no room; the old ones then stay
     bool set_margins(const QMarginsF& pixels);
 
+    /// Says that the output file is a fixed scratch name, until another is set.
+    void set_scratch_output() { setup_.is_scratch = true; }
+
     const QPageLayout& layout() const { return layout_; }
     QString error() const;
 

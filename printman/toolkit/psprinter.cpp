@@ -101,6 +101,12 @@ void PsPrinter::setOutputFileName(const QString& path) {
     d->pdf_chosen = false;
 }
 
+void PsPrinter::setScratchFileName(const QString& path) {
+    setOutputFileName(path);
+    if (printerState() != QPrinter::Active)
+        d->print_engine.set_scratch_output();
+}
+
 void PsPrinter::setOutputFormat(OutputFormat) {}
 
 void PsPrinter::setMargins(unsigned top, unsigned left, unsigned bottom, unsigned right) {

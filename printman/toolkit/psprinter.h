@@ -43,6 +43,12 @@ public:
     /// Names the output file; an empty name sends jobs to the spooler.
     void setOutputFileName(const QString& path);
 
+    /// The same for a fixed name in a directory that others can write to, such as /tmp: what
+    /// someone else left there is never written through. A link is removed, and another user's file
+    /// puts the job into the error state. The file is readable by its owner alone, an earlier one
+    /// is gone when the job starts, and nothing is left of an aborted or failed job.
+    void setScratchFileName(const QString& path);
+
     /// Does nothing: the output is PostScript.
     void setOutputFormat(OutputFormat format);
 
@@ -63,7 +69,7 @@ public:
     /// Whether the output file is one that the user chose in setup() to become a PDF, which is what
     /// the dialog calls every file; only with a name that ends in ".ps" does it become PostScript.
     /// The printer itself writes PostScript alone: who is asked for a PDF paints on a QPdfWriter.
-    /// Any setOutputFileName() ends it.
+    /// Any other output file ends it.
     bool isPdfChosen() const;
 
     /// Why the last job failed, in one line; empty when it did not.

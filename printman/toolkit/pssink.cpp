@@ -1,5 +1,6 @@
-#include <printman/toolkit/leftchildren.h>
+#include <printman/toolkit/childstatus.h>
 #include <printman/toolkit/pssink.h>
+#include <printman/toolkit/scratchname.h>
 
 #include <QFile>
 #include <QStandardPaths>
@@ -39,43 +40,46 @@ private:
     OutputFile file_;
 };
 
-/// While one lives, a child's end is told to this process, whatever the host did to SIGCHLD: where
-/// the signal is ignored the system would reap the child and its status be lost.
-class ChildStatusGuard {
+/// A file at a fixed scratch name: made anew, and nothing is left of it when the job fails.
+class ScratchSink : public PsSink {
 public:
-    ChildStatusGuard() {
-        ++guards_;
-        renew();
-    }
-    ~ChildStatusGuard() {
-        if (--guards_ == 0 && replaced_) {
-            ::sigaction(SIGCHLD, &old_, nullptr);
-            replaced_ = false;
-            reap_left_children();
-        }
-    }
-    ChildStatusGuard(const ChildStatusGuard&) = delete;
-    ChildStatusGuard& operator=(const ChildStatusGuard&) = delete;
+    explicit ScratchSink(const QString& path) : path_(QFile::encodeName(path)) {}
+    ~ScratchSink() override { ScratchSink::discard(); }
 
-    /// The host may ignore the signal in the middle of a job.
-    static void renew() {
-        struct sigaction now = {};
-        ::sigaction(SIGCHLD, nullptr, &now);
-        const bool ignored = !(now.sa_flags & SA_SIGINFO) && now.sa_handler == SIG_IGN;
-        if (!ignored && !(now.sa_flags & SA_NOCLDWAIT))
+    bool open() override {
+        QString why;
+        fd_ = create_scratch_file(path_, why);
+        return fd_ >= 0 || fail(why);
+    }
+    bool write(std::string_view bytes) override {
+        while (!bytes.empty()) {
+            const ssize_t n = ::write(fd_, bytes.data(), bytes.size());
+            if (n >= 0)
+                bytes.remove_prefix(static_cast<size_t>(n));
+            else if (errno != EINTR)
+                return fail(reason(errno));
+        }
+        return true;
+    }
+    bool close() override {
+        const int error = ::close(fd_) == 0 ? 0 : errno;
+        fd_ = -1;
+        if (error == 0)
+            return true;
+        ::unlink(path_.constData());
+        return fail(reason(error));
+    }
+    void discard() override {
+        if (fd_ < 0)
             return;
-        old_ = now;
-        replaced_ = true;
-        if (ignored)
-            now.sa_handler = SIG_DFL;
-        now.sa_flags &= ~SA_NOCLDWAIT;
-        ::sigaction(SIGCHLD, &now, nullptr);
+        ::close(fd_);
+        ::unlink(path_.constData());
+        fd_ = -1;
     }
 
 private:
-    static inline int guards_ = 0;
-    static inline bool replaced_ = false;
-    static inline struct sigaction old_ = {};
+    QByteArray path_;
+    int fd_ = -1;
 };
 
 /// While it lives, this thread's writes to a reader that is gone are errors and no signals.
@@ -266,6 +270,10 @@ void ProgramSink::discard() {
 
 std::unique_ptr<PsSink> make_file_sink(const QString& path) {
     return std::make_unique<FileSink>(path);
+}
+
+std::unique_ptr<PsSink> make_scratch_sink(const QString& path) {
+    return std::make_unique<ScratchSink>(path);
 }
 
 std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringList& arguments) {

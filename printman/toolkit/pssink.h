@@ -44,6 +44,10 @@ private:
 /// A job into a file that takes its name when it is complete.
 std::unique_ptr<PsSink> make_file_sink(const QString& path);
 
+/// A job into a fixed scratch name, which is claimed first: what someone else left there is never
+/// written through. The file is its owner's alone and goes again when the job fails.
+std::unique_ptr<PsSink> make_scratch_sink(const QString& path);
+
 /// A job into the standard input of a program, started with exactly these arguments and no shell.
 /// The job fails when the program cannot be started, dies, ends with another status than 0 or with
 /// one that was lost, takes nothing for a minute, or does not end within five after its input has.
