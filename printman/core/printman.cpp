@@ -362,6 +362,7 @@ const QValueList<StringItem>& CPrintMan::page_row(int line) const {
 }
 
 void CPrintMan::printing_canceled() {
+    d->canceled = true;
     if (d->printer)
         d->printer->abort();
 }

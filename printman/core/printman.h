@@ -15,6 +15,7 @@
 #include <list>
 #include <memory>
 
+class QColor;
 class QFont;
 class QPainter;
 class QPixmap;
@@ -360,6 +361,118 @@ public:
     /// @param parent of the dialogs; null does nothing
     void print_cur_page(QWidget* parent);
 
+    // Printing. Jobs answer 1, or 0 when they failed, which last_job_error() tells, or when the
+    // user cancelled a dialog; a failed or aborted job leaves no half output, and a file that the
+    // host or the user named is then as it was. The last page is loaded afterwards, and none of
+    // them shows a page: where there is a view, call show_rpt_page() next.
+    //
+    // PDF files are made by ps2pdf and pdftk, and printed by lpr, which are found on PATH. What
+    // goes wrong with them is also told on standard error. Their files have fixed names in /tmp,
+    // which processes use in turn: a job waits up to three minutes for another one.
+
+    /// Whether printing goes through a PDF file. The host sets it; printing that asks the user
+    /// clears it.
+    bool pdf_mode = false;
+
+    /// A PDF that is laid behind every page of a PDF; empty for none. The host sets it.
+    QString form_file;
+
+    /// The printer that print_rpt_pdffile() takes font and sheet from, and the setup file that has
+    /// it. The host sets both.
+    QString report_printer_id;
+    QString report_setup_file;
+
+    /// The PDF of the last create_pdffile(), in the directory that then was the current one; empty
+    /// when there was nothing to make it of. There is no such file when that failed.
+    QString result_pdf_file;
+
+    /// Sets the printer up and starts its job: one copy on the sheet that @p devmode says; an
+    /// orientation or paper that is not known stays as it was, and the page range limits nothing.
+    /// In PDF mode the output is "/tmp/korvo.ps", which no other process then uses until
+    /// create_pdffile() or print_pdf_file() has taken it, else it goes to the spooler.
+    ///
+    /// @param name of the spooler's queue
+    /// @return a painter that the caller ends and deletes; null when the job cannot start
+    QPainter* create_printer(const char* name, const DLWDEVMODE& devmode);
+
+    /// The same with the output file @p file, in any mode.
+    QPainter* create_printer(const char* name, const DLWDEVMODE& devmode, const QString& file);
+
+    /// The same for a printer that gets plain text: the sheet stays as it was.
+    QPainter* create_generic_printer(const char* name);
+    QPainter* create_generic_printer(const char* name, const QString& file);
+
+    /// The font that a printer's record says, which the caller deletes. Without a point size it has
+    /// 12; a weight outside 0 to 99 is normal.
+    QFont* create_font(const FontInfo& info);
+
+    /// Starts another page of the printer's job: false when it takes none.
+    bool next_page();
+
+    /// Prints a text file line by line from the page's top left on, in @p painter's font; every
+    /// page has as many lines as the report's pages, and another one follows, also after the last.
+    ///
+    /// @param painter on the printer
+    /// @return 1, or 0 when the file cannot be read or the printer takes no further page
+    int print_generic_rpt(QWidget* parent, QPainter* painter, const char* file);
+
+    /// Prints the whole report on a printer of the setup file or, without a printer id or in
+    /// another mode, as the user chooses in two dialogs, the printer's and the font's. A printer
+    /// whose name holds "generic" gets the report as plain text. In PDF mode the PDF is printed by
+    /// lpr. The host's events are handled between two pages, so that printing_canceled() can be
+    /// called; the report must stay until the job has ended.
+    ///
+    /// @param parent      of the dialogs; may be null
+    /// @param copies      how often; asked of the user where he chooses
+    /// @param collate     not 0: the whole report again and again; 0: page by page
+    /// @param mode        0 or 5 takes the printer from the setup file
+    /// @param no_page_map not 0: automatic page formatting off, from then on
+    int print_rpt_page(QWidget* parent, const char* printer_id, int copies, int collate, int mode,
+                       int no_page_map);
+
+    /// Prints the whole report into a file, without a dialog: PostScript, or in PDF mode a PDF with
+    /// form and watermark.
+    ///
+    /// @param printer_id  null or empty does nothing
+    /// @param output_file takes its name when it is complete; where the PDF of a file that was not
+    ///                    there before cannot be made, the PostScript is left in it
+    /// @param setup_file  has the printer, and is removed, whether it has or not
+    int print_serverrpt_page(const char* printer_id, int copies, int collate, int no_page_map,
+                             const QString& output_file, const QString& setup_file, const QString&,
+                             const QString&);
+
+    /// Makes a PDF of "/tmp/korvo.ps" with form and watermark, in a new file in the current
+    /// directory, whose name is in result_pdf_file.
+    int create_pdffile();
+
+    /// The same, and prints the PDF with lpr on the printer that was set last.
+    int print_pdf_file();
+
+    /// The same of the last server job's file, in that file's place.
+    int print_serverpdf_file();
+
+    /// Makes the PDF get_pdffile_name() in a font that the user chooses, each page at the font's
+    /// own size. Automatic page formatting is off from then on.
+    int save_rpt_pdffile(QWidget* parent);
+
+    /// Makes a PDF as create_pdffile() does, in the sheet, margins and font of the report printer;
+    /// without one the user chooses the font, and a message says when it is not found. A setup file
+    /// other than the standard one is removed. Automatic page formatting is off from then on.
+    int print_rpt_pdffile(QWidget* parent);
+
+    /// Describes the watermark of every PDF from then on.
+    ///
+    /// @param text,family UTF-8 or Latin-1, cut to 79 and 51 bytes; null is empty
+    /// @param point_size  1 to 2000; less is 12
+    /// @param angle       degrees, counter-clockwise, about the text's top left corner
+    /// @param x,y         that corner, in the printer's device units, from its margins
+    /// @param in_front    not 0: over the report, not behind it
+    void set_watermark_info(const char* text, const char* family, int point_size, int angle,
+                            const QColor& colour, int x, int y, int in_front);
+
+    /// Makes "/tmp/watermark.pdf", one page on the printer's sheet. The next job removes it.
+    int generate_watermark();
+
     /// Copies the whole record in.
     void set_print_dest(const PrintDest& dest);
     PrintDest* get_print_dest();
@@ -460,7 +573,8 @@ public:
     const QPixmap* page_image() const;
 
 public slots:
-    /// Aborts the printer's job: print_page() then paints nothing until the job has ended.
+    /// Aborts the printer's job: print_page() then paints nothing until the job has ended, and a
+    /// job of the whole report ends at its next page.
     void printing_canceled();
 
     /// Leaves preview and shows the page at the zoom that was chosen last. The results are those of

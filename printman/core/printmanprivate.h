@@ -5,6 +5,7 @@
 #include <printman/core/pagerows.h>
 #include <printman/core/printman.h>
 #include <printman/core/reportbuffer.h>
+#include <printman/output/reportjob.h>
 #include <printman/printer/printerlookup.h>
 #include <printman/printer/setupfile.h>
 #include <printman/render/pageunits.h>
@@ -42,6 +43,12 @@ public:
     QStringList printer_ids;
     std::unique_ptr<printman::SetupFile> listed_file; ///< what printer_ids came from last
 
+    printman::Watermark watermark;
+    bool has_watermark = false;
+    QString server_ps;            ///< the PostScript file of the last server job
+    QString job_output;           ///< the output file that a job gave the printer last
+    printman::TmpNames tmp_names; ///< held while files of ours stand there
+
     PrintmanProgress progress;
     QString job_error;
     bool canceled = false; ///< by the progress function, in the last operation
@@ -55,4 +62,11 @@ public:
     void add_marker(int row, const printman::MarkerParse& parse);
     bool show_loaded_page(bool is_another);
     QString append_pages(CPrintMan& door, QString& html);
+    printman::LoadedReport loaded_report() { return {report, fields, rows}; }
+    printman::PdfPipeline pipeline(const CPrintMan& door);
+    printman::ReportJob print_job(CPrintMan& door);
+    QPainter* start(CPrintMan& door, const printman::PainterSetup& setup);
+    bool has_printer();
+    int note(const printman::JobEnd& end);
+    int note(const QString& error);
 };

@@ -17,9 +17,9 @@ QRect ps_paint_area(const QPageLayout& layout, int resolution);
 
 /// What a print job is made from.
 struct PsJobSetup {
-    QString output_file;  ///< where it goes; when empty, to the spooler
+    QString output_file;     ///< where it goes; when empty, to the spooler
     bool is_scratch = false; ///< the output file is a fixed scratch name
-    QString printer_name; ///< the spooler's queue; when empty, its default
+    QString printer_name;    ///< the spooler's queue; when empty, its default
     QString title;
     QString creator;
     int copies = 1;

@@ -1,0 +1,165 @@
+#include <printman/core/printmanprivate.h>
+#include <printman/output/commandrun.h>
+#include <printman/output/jobfont.h>
+#include <printman/printer/paths.h>
+
+#include <QFile>
+#include <QFont>
+#include <QPainter>
+
+#include <algorithm>
+#include <iterator>
+
+// The door's part for printing the whole report.
+
+using namespace printman;
+
+namespace {
+
+constexpr qsizetype watermark_text_size = 80;
+constexpr qsizetype watermark_family_size = 52;
+constexpr int server_modes[] = {0, 5}; // in which the printer comes from the setup file
+
+PrintedCopies printed(int copies, int collate) {
+    return {copies, collate != 0};
+}
+
+} // namespace
+
+bool CPrintMan::Private::has_printer() {
+    if (!printer)
+        job_error = tr("there is no printer yet");
+    return printer != nullptr;
+}
+
+PdfPipeline CPrintMan::Private::pipeline(const CPrintMan& door) {
+    return {*printer, tmp_names, has_watermark ? &watermark : nullptr, door.form_file};
+}
+
+ReportJob CPrintMan::Private::print_job(CPrintMan& door) {
+    return ReportJob({.printer = *printer,
+                      .source = loaded_report(),
+                      .units = units,
+                      .names = tmp_names,
+                      .pipeline = pipeline(door),
+                      .progress = progress,
+                      .pdf_mode = door.pdf_mode,
+                      .output = job_output,
+                      .is_canceled = canceled,
+                      .save_text = [this, &door](QWidget* parent, const QString& file) {
+                          door.save_rpt_file(parent, QFile::encodeName(file).constData());
+                          return job_error;
+                      }});
+}
+
+int CPrintMan::Private::note(const QString& error) {
+    job_error = one_line(error);
+    return error.isEmpty();
+}
+
+int CPrintMan::Private::note(const JobEnd& end) {
+    note(end.error);
+    return end.is_done;
+}
+
+QPainter* CPrintMan::Private::start(CPrintMan& door, const PainterSetup& setup) {
+    if (!has_printer())
+        return nullptr;
+    QString why;
+    auto painter = print_job(door).start(setup, why);
+    note(why);
+    return painter.release();
+}
+
+QPainter* CPrintMan::create_printer(const char* name, const DLWDEVMODE& devmode) {
+    return d->start(*this, {.printer = text_of(name), .devmode = &devmode});
+}
+
+QPainter* CPrintMan::create_printer(const char* name, const DLWDEVMODE& devmode,
+                                    const QString& file) {
+    return d->start(*this, {.printer = text_of(name), .devmode = &devmode, .file = &file});
+}
+
+QPainter* CPrintMan::create_generic_printer(const char* name) {
+    return d->start(*this, {.printer = text_of(name)});
+}
+
+QPainter* CPrintMan::create_generic_printer(const char* name, const QString& file) {
+    return d->start(*this, {.printer = text_of(name), .file = &file});
+}
+
+QFont* CPrintMan::create_font(const FontInfo& info) {
+    return std::make_unique<QFont>(report_font(info)).release();
+}
+
+bool CPrintMan::next_page() {
+    return d->printer && d->printer->newPage();
+}
+
+int CPrintMan::print_generic_rpt(QWidget* /*parent*/, QPainter* painter, const char* file) {
+    if (!painter || !d->has_printer())
+        return 0;
+    ReportPainter report(d->loaded_report(), *d->printer, *painter);
+    return d->note(report.paint_text(file, d->report.geometry().lines));
+}
+
+int CPrintMan::print_rpt_page(QWidget* parent, const char* printer_id, int copies, int collate,
+                              int mode, int no_page_map) {
+    d->units.no_page_map = no_page_map != 0;
+    if (!d->has_printer())
+        return 0;
+    const bool must_ask = std::ranges::find(server_modes, mode) == std::end(server_modes);
+    return d->note(
+        d->print_job(*this).print(parent, printer_id, printed(copies, collate), must_ask));
+}
+
+int CPrintMan::print_serverrpt_page(const char* printer_id, int copies, int collate,
+                                    int no_page_map, const QString& output_file,
+                                    const QString& setup_file, const QString& /*unused*/,
+                                    const QString& /*unused*/) {
+    d->server_ps = output_file;
+    d->units.no_page_map = no_page_map != 0;
+    if (!printer_id || !*printer_id || !d->has_printer())
+        return 0;
+    return d->note(
+        d->print_job(*this).serve(printer_id, printed(copies, collate), output_file, setup_file));
+}
+
+int CPrintMan::create_pdffile() {
+    return d->has_printer() && d->note(d->pipeline(*this).create(result_pdf_file));
+}
+
+int CPrintMan::print_pdf_file() {
+    return d->has_printer() && d->note(d->pipeline(*this).print());
+}
+
+int CPrintMan::print_serverpdf_file() {
+    return d->has_printer() && d->note(d->pipeline(*this).serve(d->server_ps));
+}
+
+int CPrintMan::save_rpt_pdffile(QWidget* parent) {
+    return d->has_printer() &&
+           d->note(d->print_job(*this).save_pdf(parent, QFile::decodeName(get_pdffile_name())));
+}
+
+int CPrintMan::print_rpt_pdffile(QWidget* parent) {
+    return d->has_printer() && d->note(d->print_job(*this).make_pdf(
+                                   parent, report_printer_id, report_setup_file, result_pdf_file));
+}
+
+void CPrintMan::set_watermark_info(const char* text, const char* family, int point_size, int angle,
+                                   const QColor& colour, int x, int y, int in_front) {
+    d->watermark = {.text = field_text_of(text, watermark_text_size),
+                    .family = field_text_of(family, watermark_family_size),
+                    .point_size = point_size,
+                    .angle = angle,
+                    .colour = colour,
+                    .x = x,
+                    .y = y,
+                    .in_front = in_front != 0};
+    d->has_watermark = true;
+}
+
+int CPrintMan::generate_watermark() {
+    return d->has_printer() && d->note(d->pipeline(*this).make_watermark());
+}

@@ -1,0 +1,127 @@
+#include <printman/core/text.h>
+#include <printman/output/commandrun.h>
+#include <printman/output/pdfcommands.h>
+#include <printman/toolkit/childstatus.h>
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace printman {
+
+namespace {
+
+constexpr int shell_missing = 127;
+constexpr int shell_signal_base = 128; // a shell's status for a command that a signal ended
+
+/// While it lives, no handler of the host takes the status of a child away.
+class ChildSignalHold {
+public:
+    ChildSignalHold() {
+        sigset_t child;
+        ::sigemptyset(&child);
+        ::sigaddset(&child, SIGCHLD);
+        ::pthread_sigmask(SIG_BLOCK, &child, &old_);
+    }
+    ~ChildSignalHold() { ::pthread_sigmask(SIG_SETMASK, &old_, nullptr); }
+    ChildSignalHold(const ChildSignalHold&) = delete;
+    ChildSignalHold& operator=(const ChildSignalHold&) = delete;
+
+    const sigset_t& old() const { return old_; }
+
+private:
+    sigset_t old_;
+};
+
+/// Becomes the shell. Only what is safe between fork and exec.
+[[noreturn]] void become_shell(const char* command, pid_t parent, const sigset_t& mask) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent)
+        ::_exit(shell_missing);
+    ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+    const int nothing = ::open("/dev/null", O_RDONLY);
+    if (nothing > STDIN_FILENO) {
+        ::dup2(nothing, STDIN_FILENO);
+        ::close(nothing);
+    }
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    ::execl("/bin/sh", "sh", "-c", command, nullptr);
+    ::_exit(shell_missing);
+}
+
+} // namespace
+
+bool CommandEnd::is_interrupted() const {
+    for (const int interrupt : {SIGINT, SIGQUIT})
+        if (signal == interrupt || status == shell_signal_base + interrupt)
+            return true;
+    return false;
+}
+
+CommandEnd run_command(const QByteArray& command) {
+    CommandEnd end;
+    const ChildStatusGuard guard;
+    const ChildSignalHold hold;
+    const pid_t parent = ::getpid();
+    const pid_t child = ::fork();
+    if (child == 0)
+        become_shell(command.constData(), parent, hold.old());
+    if (child < 0) {
+        end.trouble = QStringLiteral("cannot be started: ") + qt_error_string(errno);
+        return end;
+    }
+    int status = 0;
+    pid_t ended;
+    do {
+        ended = ::waitpid(child, &status, 0);
+    } while (ended < 0 && errno == EINTR);
+    if (ended < 0)
+        end.trouble = QStringLiteral("ended with a status that was lost");
+    else if (WIFSIGNALED(status))
+        end.signal = WTERMSIG(status);
+    else
+        end.status = WEXITSTATUS(status);
+    return end;
+}
+
+QString describe_failure(const QByteArray& command, const CommandEnd& end) {
+    const QString name = u'\'' + QFile::decodeName(command) + QStringLiteral("' ");
+    if (!end.trouble.isEmpty())
+        return one_line(name + end.trouble);
+    return one_line(name) + (end.signal != 0
+                                 ? QStringLiteral("was ended by signal %1").arg(end.signal)
+                                 : QStringLiteral("failed with status %1").arg(end.status));
+}
+
+QString missing_tool(const QByteArray& command) {
+    const QByteArray tool = command_tool(command);
+    const QString package = package_of(tool);
+    const QString name = QString::fromLatin1(tool);
+    if (package.isEmpty() || !QStandardPaths::findExecutable(name).isEmpty())
+        return {};
+    return QStringLiteral("%1 is not installed; the Debian package %2 has it").arg(name, package);
+}
+
+QString one_line(const QString& text) {
+    QString line = text;
+    for (QChar& c : line) {
+        if (c == u'\n' || c == u'\t' || c == u'\r')
+            c = u' ';
+        else if (c.category() == QChar::Other_Control)
+            c = u'?';
+    }
+    return line;
+}
+
+void tell_failure(const QString& why) {
+    DLWErrorWin(("printman: " + QFile::encodeName(one_line(why))).constData());
+}
+
+} // namespace printman

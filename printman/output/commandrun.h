@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+namespace printman {
+
+/// How a command ended.
+struct CommandEnd {
+    int status = 0;  ///< exit status, when no signal ended it
+    int signal = 0;  ///< the signal that did, else 0
+    QString trouble; ///< why it could not be started, or why its end is not known; else empty
+
+    bool ok() const { return status == 0 && signal == 0 && trouble.isEmpty(); }
+
+    /// Whether the user ended it from the terminal.
+    bool is_interrupted() const;
+};
+
+/// Runs a command of the shell and waits for it. Signals are the host's as before: an interrupt
+/// from the terminal reaches this process, too. The command finds nothing on its standard input,
+/// its output goes to standard error, it has no descriptor that is closed on exec, and it ends with
+/// this process.
+CommandEnd run_command(const QByteArray& command);
+
+/// Why @p command failed, in one line.
+QString describe_failure(const QByteArray& command, const CommandEnd& end);
+
+/// Why @p command cannot be run, in one line, when its tool is not installed; else empty.
+QString missing_tool(const QByteArray& command);
+
+/// @p text with blanks and question marks for what would end its line or change the terminal.
+QString one_line(const QString& text);
+
+/// Writes "printman: " and @p why to standard error.
+void tell_failure(const QString& why);
+
+} // namespace printman

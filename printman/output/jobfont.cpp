@@ -1,0 +1,47 @@
+#include <printman/output/jobfont.h>
+#include <printman/output/watermark.h>
+#include <printman/select/pageprint.h>
+#include <printman/toolkit/legacyweight.h>
+
+#include <QFontDialog>
+
+#include <algorithm>
+#include <cstring>
+
+namespace printman {
+
+namespace {
+
+constexpr int usual_points = 12;
+constexpr int most_points = 2000;
+constexpr int most_weight = 99;
+
+} // namespace
+
+int job_point_size(int point_size) {
+    return point_size < 1 ? usual_points : std::min(point_size, most_points);
+}
+
+QFont report_font(const FontInfo& info) {
+    const DLWLOGFONT& record = info.log_font;
+    const QByteArray family(record.face_name, static_cast<qsizetype>(strnlen(
+                                                  record.face_name, sizeof record.face_name)));
+    QFont font;
+    if (!family.isEmpty())
+        font.setFamily(text_of(family));
+    font.setPointSize(job_point_size(info.point_size));
+    if (record.weight >= 0 && record.weight <= most_weight)
+        set_legacy_weight(font, record.weight);
+    font.setItalic(record.italic != 0);
+    font.setStrikeOut(record.strike_out != 0);
+    font.setUnderline(record.underline != 0);
+    return font;
+}
+
+bool choose_report_font(QWidget* parent, QFont& font) {
+    bool chosen = false;
+    font = QFontDialog::getFont(&chosen, first_dialog_font(QStringLiteral("Courier New")), parent);
+    return chosen;
+}
+
+} // namespace printman

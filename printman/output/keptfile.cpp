@@ -1,0 +1,43 @@
+#include <printman/output/keptfile.h>
+#include <printman/printer/paths.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
+#include <unistd.h>
+
+namespace printman {
+
+KeptFile::KeptFile(const QString& name) {
+    const QFileInfo named(name);
+    if (!named.exists())
+        return;
+    if (!named.isFile()) {
+        error_ = name + QStringLiteral(": is no file that can be replaced");
+        return;
+    }
+    name_ = named.canonicalFilePath();
+    second_ = get_tmpfile(QFileInfo(name_).absolutePath(), QStringLiteral(".printman-"), QString());
+    // Not every file system knows second names.
+    if (::link(QFile::encodeName(name_).constData(), QFile::encodeName(second_).constData()) == 0)
+        return;
+    QFile file(name_);
+    if (!file.copy(second_)) {
+        error_ = name + QStringLiteral(": ") + file.errorString();
+        second_.clear();
+    }
+}
+
+KeptFile::~KeptFile() {
+    if (!second_.isEmpty())
+        std::rename(QFile::encodeName(second_).constData(), QFile::encodeName(name_).constData());
+}
+
+void KeptFile::drop() {
+    if (!second_.isEmpty())
+        QFile::remove(second_);
+    second_.clear();
+}
+
+} // namespace printman

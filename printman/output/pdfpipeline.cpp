@@ -1,0 +1,159 @@
+#include <printman/output/commandrun.h>
+#include <printman/output/keptfile.h>
+#include <printman/output/pdfcommands.h>
+#include <printman/output/pdfpipeline.h>
+#include <printman/output/scratchset.h>
+#include <printman/output/steprunner.h>
+#include <printman/output/tmpnames.h>
+#include <printman/toolkit/psprinter.h>
+#include <printman/toolkit/scratchname.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QPainter>
+
+namespace printman {
+
+namespace {
+
+QString name_of(const char16_t* name) {
+    return QString::fromUtf16(name);
+}
+
+/// Tells what is in the way before any step could tell it.
+QString told(const QString& why) {
+    if (!why.isEmpty())
+        tell_failure(why);
+    return one_line(why);
+}
+
+} // namespace
+
+WatermarkPlace PdfPipeline::place() const {
+    if (!mark_)
+        return WatermarkPlace::none;
+    return mark_->in_front ? WatermarkPlace::in_front : WatermarkPlace::behind;
+}
+
+/// Takes the fixed names and sees that nothing of someone else's stands there.
+QString PdfPipeline::take_names() {
+    QString why = names_.take();
+    for (const char16_t* name :
+         {tmp_ps, tmp_pdf, tmp_over, tmp_result, tmp_watermark_ps, tmp_watermark})
+        if (why.isEmpty())
+            why = claim_scratch_name(QFile::encodeName(name_of(name)));
+    return why;
+}
+
+QString PdfPipeline::run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh) {
+    StepRunner runner([this] { return paint_watermark(); }, fresh);
+    return runner.run(pdf_steps(purpose, place(), form_, files, printer_.printerName()));
+}
+
+QString PdfPipeline::create(QString& result) {
+    result.clear();
+    const NamesInUse in_use(names_);
+    const QString refused = take_names();
+    if (!refused.isEmpty())
+        return told(refused);
+    PdfNames files{.ps = name_of(tmp_ps),
+                   .pdf = name_of(tmp_pdf),
+                   .over = name_of(tmp_over),
+                   .result = {},
+                   .watermark = name_of(tmp_watermark)};
+    if (!QFile::exists(files.ps))
+        return files.ps + QStringLiteral(": there is no such file");
+    ScratchSet made;
+    const QString why = made.create({{"cp", 0666}});
+    if (!why.isEmpty()) {
+        remove_own(files.ps);
+        return told(why);
+    }
+    files.result = result = made.name(0);
+    const QString failure = run(PdfPurpose::create, files, made.names());
+    if (!failure.isEmpty())
+        remove_own(result);
+    return failure;
+}
+
+QString PdfPipeline::print() {
+    const NamesInUse in_use(names_);
+    const QString refused = take_names();
+    if (!refused.isEmpty())
+        return told(refused);
+    return run(PdfPurpose::print,
+               {.ps = name_of(tmp_ps),
+                .pdf = name_of(tmp_pdf),
+                .over = name_of(tmp_over),
+                .result = name_of(tmp_result),
+                .watermark = name_of(tmp_watermark)},
+               {});
+}
+
+QString PdfPipeline::serve(const QString& ps) {
+    if (!QFileInfo(ps).isFile())
+        return told(QStringLiteral("'%1': there is no such file").arg(ps));
+    const NamesInUse in_use(names_);
+    const QString refused = mark_ ? take_names() : QString();
+    if (!refused.isEmpty())
+        return told(refused);
+    ScratchSet made;
+    const QString why = made.create({{"kv", 0600}, {"kvo", 0600}, {"kvo2", 0600}});
+    if (!why.isEmpty())
+        return told(why);
+    const QString failure = run(PdfPurpose::serve,
+                                {.ps = ps,
+                                 .pdf = made.name(0),
+                                 .over = made.name(1),
+                                 .result = made.name(2),
+                                 .watermark = name_of(tmp_watermark)},
+                                made.names());
+    remove_own(made.name(2));
+    return failure;
+}
+
+QString PdfPipeline::convert(const QString& pdf) {
+    const NamesInUse in_use(names_);
+    const QString refused = take_names();
+    if (!refused.isEmpty())
+        return told(refused);
+    const QString foreign = claim_scratch_name(QFile::encodeName(pdf));
+    if (!foreign.isEmpty())
+        return told(foreign);
+    KeptFile earlier(pdf);
+    if (!earlier.error().isEmpty())
+        return told(earlier.error());
+    const QString failure = StepRunner().run({{.kind = PdfStep::Kind::run,
+                                               .command = ps2pdf_command(name_of(tmp_ps), pdf),
+                                               .from = {},
+                                               .to = pdf}});
+    if (failure.isEmpty())
+        earlier.drop();
+    return failure;
+}
+
+QString PdfPipeline::make_watermark() {
+    const NamesInUse in_use(names_);
+    const QString refused = take_names();
+    return refused.isEmpty() ? paint_watermark() : told(refused);
+}
+
+QString PdfPipeline::paint_watermark() {
+    const QString ps = name_of(tmp_watermark_ps);
+    const QPageLayout::Orientation orientation = printer_.pageLayout().orientation();
+    printer_.setPrinterName(printer_.printerName());
+    printer_.setScratchFileName(ps);
+    printer_.setCopyCount(1);
+    QPainter painter;
+    bool done = painter.begin(&printer_);
+    if (done) {
+        draw_watermark(painter, mark_ ? *mark_ : Watermark());
+        done = painter.end() && printer_.printerState() != QPrinter::Error;
+    }
+    printer_.setPageOrientation(orientation);
+    if (!done)
+        return told(QStringLiteral("cannot paint the watermark: ") + printer_.errorString());
+    return StepRunner().run(watermark_steps(ps, name_of(tmp_watermark)));
+}
+
+} // namespace printman

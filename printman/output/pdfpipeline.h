@@ -1,0 +1,57 @@
+#pragma once
+
+#include <printman/output/joblock.h>
+#include <printman/output/pdfsteps.h>
+#include <printman/output/watermark.h>
+
+#include <QString>
+
+class PsPrinter;
+
+namespace printman {
+
+/// Turns painted PostScript into the PDF of a job, with form and watermark. Each operation answers
+/// with an empty text, or with what failed first, in one line that was also told on standard error.
+/// Scratch is removed in either case.
+class PdfPipeline {
+public:
+    /// @param printer paints the watermark, and names the queue
+    /// @param names   the right to the fixed names; an operation that uses them takes it, unless it
+    ///                is held, and lets it go
+    /// @param mark    null for no watermark
+    /// @param form    a PDF that is laid behind the report; empty for none
+    PdfPipeline(PsPrinter& printer, TmpNames& names, const Watermark* mark, const QString& form)
+        : printer_(printer), names_(names), mark_(mark), form_(form) {}
+
+    /// Makes a PDF of "/tmp/korvo.ps", in a new file in the current directory.
+    ///
+    /// @param result receives the file's name once there are steps to run; there is no such file
+    ///               when one failed
+    QString create(QString& result);
+
+    /// Makes a PDF of "/tmp/korvo.ps" and prints it.
+    QString print();
+
+    /// Puts the PDF of the PostScript file @p ps in its place. On failure the file is as it was.
+    QString serve(const QString& ps);
+
+    /// Makes the PDF file @p pdf of "/tmp/korvo.ps", which stays; no form and no watermark. On
+    /// failure an earlier file is as it was.
+    QString convert(const QString& pdf);
+
+    /// Makes the watermark's PDF.
+    QString make_watermark();
+
+private:
+    WatermarkPlace place() const;
+    QString paint_watermark();
+    QString take_names();
+    QString run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh);
+
+    PsPrinter& printer_;
+    TmpNames& names_;
+    const Watermark* mark_;
+    QString form_;
+};
+
+} // namespace printman

@@ -1,0 +1,145 @@
+#include <printman/output/reportpainter.h>
+#include <printman/render/itempainter.h>
+#include <printman/render/textruler.h>
+
+#include <QFontMetrics>
+#include <QPagedPaintDevice>
+#include <QPainter>
+
+#include <array>
+#include <climits>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace printman {
+
+namespace {
+
+constexpr size_t line_buffer = 512;
+constexpr int most_lines = 1 << 16; // on a page without end
+
+QString canceled() {
+    return QStringLiteral("canceled");
+}
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+/// Null for what is no regular file: nothing is waited for.
+std::unique_ptr<std::FILE, CloseFile> open_text(const char* path) {
+    const int fd = path ? ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1;
+    struct stat status {};
+    if (fd < 0)
+        return nullptr;
+    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode))
+        return std::unique_ptr<std::FILE, CloseFile>(::fdopen(fd, "r"));
+    ::close(fd);
+    return nullptr;
+}
+
+/// What is drawn for a line of a text file: nothing for what ends it.
+QString drawn_line(const char* line) {
+    QByteArray text(line);
+    while (text.endsWith('\n'))
+        text.chop(1);
+    return shown_text(QString::fromLatin1(text));
+}
+
+} // namespace
+
+ReportPainter::ReportPainter(LoadedReport source, QPagedPaintDevice& device, QPainter& painter)
+    : source_(source), device_(device), painter_(painter) {}
+
+/// Loads a page unless it is what was loaded last.
+bool ReportPainter::load(int page) {
+    if (page == loaded_page_ && source_.rows.loads() == loads_)
+        return true;
+    const PageGeometry& geometry = source_.report.geometry();
+    if (!geometry.known() || !source_.report.read_page_number(page, source_.fields))
+        return false;
+    source_.rows.load(source_.report.cells(), geometry.columns, geometry.lines, source_.fields);
+    loaded_page_ = page;
+    loads_ = source_.rows.loads();
+    return true;
+}
+
+QString ReportPainter::next_page() {
+    if (aborted())
+        return canceled();
+    return device_.newPage() ? QString() : QStringLiteral("the printer takes no further page");
+}
+
+QString ReportPainter::paint_page(int page, bool is_first) {
+    if (before_page)
+        before_page();
+    if (aborted())
+        return canceled();
+    if (!load(page))
+        return QStringLiteral("cannot read page %1 of the report").arg(page);
+    const QString why = is_first ? QString() : next_page();
+    if (!why.isEmpty())
+        return why;
+    ItemPainter(painter_, units_).draw_page(source_.rows.rows());
+    if (done_ < INT_MAX)
+        ++done_;
+    is_stopped = progress && !progress(done_, total_);
+    return is_stopped || aborted() ? canceled() : QString();
+}
+
+QString ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCopies printed) {
+    const PageGeometry geometry = source_.report.geometry();
+    const int pages = source_.report.page_count();
+    if (!geometry.known() || pages == 0)
+        return QStringLiteral("the report has no pages");
+    units_ = units;
+    painter_.setFont(font);
+    units_.set(painter_, geometry.columns, geometry.lines, false, 0, 0);
+    done_ = 0;
+    total_ =
+        static_cast<int>(std::min<qint64>(qint64{pages} * std::max(0, printed.copies), INT_MAX));
+
+    const int rounds = printed.collate ? printed.copies : 1;
+    const int times = printed.collate ? 1 : printed.copies;
+    bool is_first = true;
+    for (int round = 0; round < rounds; ++round) {
+        for (int page = 1; page <= pages; ++page) {
+            for (int time = 0; time < times; ++time) {
+                const QString why = paint_page(page, is_first);
+                if (!why.isEmpty())
+                    return why;
+                is_first = false;
+            }
+        }
+    }
+    return source_.report.has_shrunk()
+               ? QStringLiteral("the report became shorter while it was read")
+               : QString();
+}
+
+QString ReportPainter::paint_text(const char* file, int page_lines) {
+    const auto in = open_text(file);
+    if (!in)
+        return QStringLiteral("cannot open the text file");
+    const int line_height = painter_.fontMetrics().height();
+    std::array<char, line_buffer> line{};
+    int n = 0;
+    while (std::fgets(line.data(), line.size(), in.get())) {
+        if (std::strcmp(line.data(), "\n") != 0)
+            painter_.drawText(0, n * line_height, drawn_line(line.data()));
+        n = std::min(n + 1, most_lines);
+        if (n != page_lines)
+            continue;
+        n = 0;
+        const QString why = next_page();
+        if (!why.isEmpty())
+            return why;
+    }
+    return std::ferror(in.get()) ? QStringLiteral("cannot read the text file") : QString();
+}
+
+} // namespace printman

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "tests/printer/setuprecords.h"
+#include "tests/support/testhost.h"
+#include "tests/support/tools.h"
+
+#include <printman/core/printman.h>
+
+#include <QDir>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+/// A manager with a report, printers and a current directory of the test's own, which is also
+/// TMPDIR and PRTINI. The fixed names in /tmp are free before and afterwards.
+class Printing : public testing::Test {
+protected:
+    Printing();
+    ~Printing() override;
+
+    /// Adopts a report of @p pages pages of 20 x 3, with "page1", "page2", ... on them.
+    void report(int pages);
+
+    /// The standard setup file: "laser" is the queue office, "plain" gets plain text.
+    void write_setup(const std::vector<printman::SetupRecord>& records) const;
+    static printman::SetupRecord record(std::string_view id, std::string_view queue);
+
+    /// Puts recording programs in the place of the tools: each writes its words to the log and, if
+    /// it is to, the names of what it read into what it makes.
+    enum class Stubs { make_files, only_record };
+    void stub_tools(Stubs stubs = Stubs::make_files);
+
+    /// Another body for one of them, with nothing but shell builtins on its PATH.
+    void stub(const char* tool, const QByteArray& body) const;
+
+    /// What the recording programs were called with, a line a call.
+    QStringList log() const;
+
+    QString path(const QString& name) const { return work_.filePath(name); }
+    QByteArray read(const QString& name) const { return testsupport::read_file(path(name)); }
+    QStringList files() const;
+    QString error() const { return manager_.last_job_error(); }
+
+    static QString text(const char* utf8) { return QString::fromUtf8(utf8); }
+    static void remove_fixed_names();
+    static QStringList fixed_names();
+
+    /// What a call writes to standard error.
+    template <typename Call>
+    static std::string said(Call call) {
+        testing::internal::CaptureStderr();
+        call();
+        return testing::internal::GetCapturedStderr();
+    }
+
+    QTemporaryDir work_;
+    QTemporaryDir tools_;
+    QTemporaryDir reports_;
+    QString before_;
+    std::unique_ptr<testsupport::EnvironmentGuard> path_;
+    CPrintMan manager_;
+};
