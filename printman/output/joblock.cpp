@@ -40,8 +40,8 @@ int open_lock_file(const char* path) {
     fd = ::open(path, flags | O_CREAT | O_EXCL, lock_file_mode);
     if (fd >= 0)
         ::fchmod(fd, lock_file_mode);
-    else if (errno == EEXIST)
-        errno = ENOENT;
+    else if (errno == EEXIST || errno == ENOENT)
+        errno = errno == EEXIST ? ENOENT : ENOTDIR;
     return fd;
 }
 
