@@ -1,0 +1,119 @@
+#include "tests/output/printing/printing.h"
+
+#include <printman/output/joblock.h>
+#include <printman/output/tmpnames.h>
+
+#include <QColor>
+#include <QElapsedTimer>
+#include <QPainter>
+#include <QProcess>
+
+#include <csignal>
+#include <sys/wait.h>
+
+using testsupport::write_file;
+
+namespace {
+
+class Turns : public Printing {
+protected:
+    /// How many jobs each process does; the full number is 50.
+    static int jobs() {
+        const int wanted = qEnvironmentVariableIntValue("PRINTMAN_JOBS");
+        return wanted > 0 ? wanted : 5;
+    }
+};
+
+} // namespace
+
+TEST_F(Turns, processesThatMakeWatermarkedPdfsAtTheSameTimeGetTheirOwn) {
+    std::vector<std::unique_ptr<QProcess>> workers;
+    for (const char* name : {"ALPHA", "OMEGA"}) {
+        workers.push_back(std::make_unique<QProcess>());
+        workers.back()->setProcessChannelMode(QProcess::ForwardedChannels);
+        workers.back()->start(text(PRINTMAN_PDFWORKER), {text(name), QString::number(jobs())});
+    }
+    for (const auto& worker : workers) {
+        worker->waitForFinished(-1);
+        EXPECT_EQ(worker->exitStatus(), QProcess::NormalExit);
+        EXPECT_EQ(worker->exitCode(), 0);
+    }
+    EXPECT_EQ(files().filter(text(".pdf")).size(), 2 * jobs());
+    EXPECT_EQ(files().size(), 2 * jobs());
+    EXPECT_EQ(fixed_names(), QStringList());
+}
+
+TEST_F(Turns, aJobWaitsUntilAnotherProcessIsDone) {
+    report(1);
+    stub_tools();
+    manager_.pdf_mode = true;
+    int ends[2];
+    ASSERT_EQ(::pipe(ends), 0);
+    const pid_t other = ::fork();
+    if (other == 0) {
+        printman::TmpNames names;
+        const bool taken = names.take().isEmpty();
+        EXPECT_EQ(::write(ends[1], taken ? "y" : "n", 1), 1);
+        ::usleep(300000);
+        ::_exit(0);
+    }
+    char answer = 0;
+    ASSERT_EQ(::read(ends[0], &answer, 1), 1);
+    EXPECT_EQ(answer, 'y');
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 1) << error().toStdString();
+    EXPECT_GE(time.elapsed(), 200);
+    ::waitpid(other, nullptr, 0);
+    ::close(ends[0]);
+    ::close(ends[1]);
+}
+
+TEST_F(Turns, theNamesAreFreeAgainAfterEveryJobWhateverItsEnd) {
+    report(1);
+    stub_tools();
+    manager_.pdf_mode = true;
+    const auto is_free = [] {
+        printman::JobLock lock;
+        return lock.take_file(printman::tmp_lock_file, std::chrono::milliseconds(0)).isEmpty();
+    };
+    EXPECT_TRUE(is_free());
+    manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0);
+    EXPECT_TRUE(is_free());
+    delete manager_.create_printer("office", DLWDEVMODE{});
+    EXPECT_FALSE(is_free());
+    manager_.create_pdffile();
+    EXPECT_TRUE(is_free());
+    manager_.create_pdffile();
+    EXPECT_TRUE(is_free());
+    manager_.generate_watermark();
+    EXPECT_TRUE(is_free());
+    manager_.set_progress([](int, int) { return false; });
+    manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0);
+    EXPECT_TRUE(is_free());
+    {
+        CPrintMan other;
+        other.init_printman(reports_.filePath(text("r.rpt")).toLocal8Bit().constData());
+        other.pdf_mode = true;
+        delete other.create_generic_printer("office");
+        EXPECT_FALSE(is_free());
+    }
+    EXPECT_TRUE(is_free());
+}
+
+TEST_F(Turns, aServerJobWithoutAWatermarkWaitsForNobody) {
+    report(1);
+    stub_tools();
+    manager_.pdf_mode = true;
+    printman::JobLock lock;
+    ASSERT_EQ(lock.take_file(printman::tmp_lock_file), QString());
+    write_file(path(text("job.bin")),
+               QByteArray::fromStdString(setup_bytes({record("laser", "office")})));
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(manager_.print_serverrpt_page("laser", 1, 1, 0, path(text("o.ps")),
+                                            path(text("job.bin")), {}, {}),
+              1)
+        << error().toStdString();
+    EXPECT_LT(time.elapsed(), 10000);
+}
