@@ -30,8 +30,12 @@ KeptFile::KeptFile(const QString& name) {
 }
 
 KeptFile::~KeptFile() {
-    if (!second_.isEmpty())
-        std::rename(QFile::encodeName(second_).constData(), QFile::encodeName(name_).constData());
+    if (second_.isEmpty())
+        return;
+    const QByteArray second = QFile::encodeName(second_);
+    // Nothing happens when both still name the same file.
+    if (std::rename(second.constData(), QFile::encodeName(name_).constData()) == 0)
+        ::unlink(second.constData());
 }
 
 void KeptFile::drop() {

@@ -1,4 +1,5 @@
 #include <printman/output/commandrun.h>
+#include <printman/output/pdfcommands.h>
 #include <printman/output/steprunner.h>
 #include <printman/toolkit/outputfile.h>
 #include <printman/toolkit/scratchname.h>
@@ -28,6 +29,12 @@ struct FileState {
         : exists(::lstat(QFile::encodeName(name).constData(), &status) == 0) {}
     bool is_file() const { return exists && S_ISREG(status.st_mode); }
 };
+
+/// A tool takes the place of the shell, so that its own end is known and it ends with this process.
+CommandEnd run_step(const QByteArray& command) {
+    const bool is_tool = !package_of(command_tool(command)).isEmpty();
+    return run_command(is_tool ? "exec " + command : command);
+}
 
 QString copy_file(const QString& from, const QString& to) {
     QFile in(from);
@@ -160,7 +167,7 @@ void StepRunner::run_tool(const PdfStep& step) {
     }
     if (!prepare(step.to))
         return;
-    const CommandEnd end = run_command(step.command);
+    const CommandEnd end = run_step(step.command);
     const bool made = step.to.isEmpty() || is_made(step.to);
     if (end.ok() && made)
         return;
