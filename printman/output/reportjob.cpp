@@ -104,11 +104,7 @@ QString ReportJob::paint(QPainter& painter, QPagedPaintDevice& device, const Pag
     if (pages.with_events)
         report.before_page = [] { QCoreApplication::processEvents(); };
     report.progress = tools_.progress;
-    PageUnits units = tools_.units;
-    const QSizeF inches(static_cast<double>(device.width()) / device.logicalDpiX(),
-                        static_cast<double>(device.height()) / device.logicalDpiY());
-    units.margins = margins_within(units.margins, inches);
-    const QString why = report.paint_pages(pages.font, units, pages.printed);
+    const QString why = report.paint_pages(pages.font, tools_.units, pages.printed);
     tools_.is_canceled = tools_.is_canceled || report.is_stopped;
     return why;
 }

@@ -1,3 +1,4 @@
+#include <printman/output/jobprinter.h>
 #include <printman/output/reportpainter.h>
 #include <printman/render/itempainter.h>
 #include <printman/render/textruler.h>
@@ -40,6 +41,11 @@ std::unique_ptr<std::FILE, CloseFile> open_text(const char* path) {
         return std::unique_ptr<std::FILE, CloseFile>(::fdopen(fd, "r"));
     ::close(fd);
     return nullptr;
+}
+
+QSizeF inches_of(const QPaintDevice& device) {
+    return {static_cast<double>(device.width()) / device.logicalDpiX(),
+            static_cast<double>(device.height()) / device.logicalDpiY()};
 }
 
 /// What is drawn for a line of a text file: nothing for what ends it.
@@ -97,6 +103,7 @@ QString ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCo
     if (!geometry.known() || pages == 0)
         return QStringLiteral("the report has no pages");
     units_ = units;
+    units_.margins = margins_within(units.margins, inches_of(device_));
     painter_.setFont(font);
     units_.set(painter_, geometry.columns, geometry.lines, false, 0, 0);
     done_ = 0;

@@ -47,7 +47,8 @@ public:
     /// Set when the progress function has stopped the job.
     bool is_stopped = false;
 
-    /// Paints every page in @p font, and a copy of @p units decides where.
+    /// Paints every page in @p font, and a copy of @p units decides where; its margins count as far
+    /// as they leave room on the page.
     ///
     /// @return empty, or why not all was painted; the device's job is then to be aborted
     QString paint_pages(const QFont& font, PageUnits units, PrintedCopies printed);

@@ -200,6 +200,50 @@ TEST_F(RealPdf, printRptPdffileHasTheSheetOfTheReportPrinter) {
     EXPECT_EQ(fixed_names(), QStringList());
 }
 
+TEST_F(RealPdf, theMarginsCountTwiceInPdfModeAndOnceElse) {
+    report(1);
+    auto wide = record("laser", "office");
+    wide.margins = {1, 1, 1, 1};
+    setup_ = QByteArray::fromStdString(setup_bytes({wide}));
+    const auto left_of_page1 = [this](const QString& pdf) {
+        const QString boxes =
+            QString::fromUtf8(run(text("pdftotext"), {text("-bbox"), pdf, text("-")}).out);
+        return QRegularExpression(text("xMin=\"([\\d.]+)\"[^>]*>page1"))
+            .match(boxes)
+            .captured(1)
+            .toDouble();
+    };
+    manager_.pdf_mode = false;
+    ASSERT_EQ(serve(), 1) << error().toStdString();
+    // Behind the printer's own margin of half an inch.
+    EXPECT_NEAR(left_of_page1(testsupport::make_pdf(out())), 36 + 72, 4);
+    manager_.pdf_mode = true;
+    ASSERT_EQ(serve(), 1) << error().toStdString();
+    EXPECT_NEAR(left_of_page1(out()), 72 + 72, 4);
+}
+
+TEST_F(RealPdf, thePageRangeOfTheRecordLimitsNothing) {
+    report(3);
+    auto second = record("laser", "office");
+    second.devmode.from_page = second.devmode.to_page = 2;
+    setup_ = QByteArray::fromStdString(setup_bytes({second}));
+    manager_.pdf_mode = true;
+    ASSERT_EQ(serve(), 1) << error().toStdString();
+    EXPECT_EQ(page_count(out()), 3);
+}
+
+TEST_F(RealPdf, aGenericPrinterInPdfModeMakesAPdfOfPlainText) {
+    report(1);
+    setup_ = QByteArray::fromStdString(setup_bytes({record("plain", "Generic / Text")}));
+    manager_.pdf_mode = true;
+    mark("DRAFT", 0, 0);
+    ASSERT_EQ(serve("plain"), 1) << error().toStdString();
+    // The page twice, as the report was indexed before it was saved, and one that follows.
+    EXPECT_EQ(page_count(out()), 3);
+    EXPECT_EQ(pdf_words(out()).count(text("DRAFT")), 3);
+    EXPECT_EQ(pdf_words(out()).count(text("page1")), 2);
+}
+
 TEST_F(RealPdf, theResultCanBeReadByWhoeverMayReadTheUsersFiles) {
     report(1);
     manager_.pdf_mode = true;
