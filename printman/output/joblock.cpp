@@ -161,7 +161,7 @@ QString TmpNames::take() {
     std::shared_ptr<JobLock> lock = shared_lock().lock();
     if (!lock) {
         lock = std::make_shared<JobLock>();
-        const QString why = lock->take_file(tmp_lock_file);
+        QString why = lock->take_file(tmp_lock_file);
         if (!why.isEmpty())
             return why;
         shared_lock() = lock;

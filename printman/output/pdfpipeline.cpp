@@ -70,7 +70,7 @@ QString PdfPipeline::create(QString& result) {
         return told(why);
     }
     files.result = result = made.name(0);
-    const QString failure = run(PdfPurpose::create, files, made.names());
+    QString failure = run(PdfPurpose::create, files, made.names());
     if (!failure.isEmpty())
         remove_own(result);
     return failure;
@@ -101,13 +101,13 @@ QString PdfPipeline::serve(const QString& ps) {
     const QString why = made.create({{"kv", 0600}, {"kvo", 0600}, {"kvo2", 0600}});
     if (!why.isEmpty())
         return told(why);
-    const QString failure = run(PdfPurpose::serve,
-                                {.ps = ps,
-                                 .pdf = made.name(0),
-                                 .over = made.name(1),
-                                 .result = made.name(2),
-                                 .watermark = name_of(tmp_watermark)},
-                                made.names());
+    QString failure = run(PdfPurpose::serve,
+                          {.ps = ps,
+                           .pdf = made.name(0),
+                           .over = made.name(1),
+                           .result = made.name(2),
+                           .watermark = name_of(tmp_watermark)},
+                          made.names());
     remove_own(made.name(2));
     return failure;
 }
@@ -123,10 +123,10 @@ QString PdfPipeline::convert(const QString& pdf) {
     KeptFile earlier(pdf);
     if (!earlier.error().isEmpty())
         return told(earlier.error());
-    const QString failure = StepRunner().run({{.kind = PdfStep::Kind::run,
-                                               .command = ps2pdf_command(name_of(tmp_ps), pdf),
-                                               .from = {},
-                                               .to = pdf}});
+    QString failure = StepRunner().run({{.kind = PdfStep::Kind::run,
+                                         .command = ps2pdf_command(name_of(tmp_ps), pdf),
+                                         .from = {},
+                                         .to = pdf}});
     if (failure.isEmpty())
         earlier.drop();
     return failure;

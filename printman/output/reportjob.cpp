@@ -104,7 +104,7 @@ QString ReportJob::paint(QPainter& painter, QPagedPaintDevice& device, const Pag
     if (pages.with_events)
         report.before_page = [] { QCoreApplication::processEvents(); };
     report.progress = tools_.progress;
-    const QString why = report.paint_pages(pages.font, tools_.units, pages.printed);
+    QString why = report.paint_pages(pages.font, tools_.units, pages.printed);
     tools_.is_canceled = tools_.is_canceled || report.is_stopped;
     return why;
 }
@@ -249,7 +249,7 @@ QString ReportJob::print_to_pdf(const Pages& pages) {
     if (!painter.begin(&pdf))
         return or_unknown(out.device()->errorString());
     QCoreApplication::processEvents();
-    const QString why = paint(painter, pdf, pages);
+    QString why = paint(painter, pdf, pages);
     const bool is_ended = painter.end();
     if (!why.isEmpty())
         return why;

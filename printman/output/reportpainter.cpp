@@ -87,7 +87,7 @@ QString ReportPainter::paint_page(int page, bool is_first) {
         return canceled();
     if (!load(page))
         return QStringLiteral("cannot read page %1 of the report").arg(page);
-    const QString why = is_first ? QString() : next_page();
+    QString why = is_first ? QString() : next_page();
     if (!why.isEmpty())
         return why;
     ItemPainter(painter_, units_).draw_page(source_.rows.rows());
@@ -116,7 +116,7 @@ QString ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCo
     for (int round = 0; round < rounds; ++round) {
         for (int page = 1; page <= pages; ++page) {
             for (int time = 0; time < times; ++time) {
-                const QString why = paint_page(page, is_first);
+                QString why = paint_page(page, is_first);
                 if (!why.isEmpty())
                     return why;
                 is_first = false;
@@ -142,7 +142,7 @@ QString ReportPainter::paint_text(const char* file, int page_lines) {
         if (n != page_lines)
             continue;
         n = 0;
-        const QString why = next_page();
+        QString why = next_page();
         if (!why.isEmpty())
             return why;
     }

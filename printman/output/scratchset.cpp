@@ -22,7 +22,7 @@ QString ScratchSet::create(const std::vector<Part>& parts) {
     if (directory.isEmpty() || !QDir::isAbsolutePath(directory))
         return QStringLiteral("the current directory is no longer there");
     JobLock lock;
-    const QString busy = lock.take_current_directory();
+    QString busy = lock.take_current_directory();
     if (!busy.isEmpty())
         return busy;
     int error = EEXIST;
