@@ -92,7 +92,8 @@ QString PdfPipeline::print() {
 
 QString PdfPipeline::serve(const QString& ps) {
     if (!QFileInfo(ps).isFile())
-        return told(QStringLiteral("'%1': there is no such file").arg(ps));
+        return told(ps.isEmpty() ? QStringLiteral("there was no server job yet")
+                                 : ps + QStringLiteral(": there is no such file"));
     const NamesInUse in_use(names_);
     const QString refused = mark_ ? take_names() : QString();
     if (!refused.isEmpty())

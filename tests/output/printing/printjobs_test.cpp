@@ -251,3 +251,45 @@ TEST_F(PrintJobs, aManagerWithoutReportOrPrinterPrintsNothing) {
     EXPECT_EQ(manager_.print_serverpdf_file(), 0);
     EXPECT_EQ(log(), QStringList());
 }
+
+TEST_F(PrintJobs, aHostPrintsPagesOfItsOwn) {
+    report(2);
+    DLWDEVMODE sheet{};
+    sheet.paper_size = 2;
+    const std::unique_ptr<QPainter> painter(manager_.create_printer("office", sheet, out()));
+    ASSERT_TRUE(painter);
+    EXPECT_EQ(manager_.create_printer("office", sheet, out()), nullptr);
+    EXPECT_EQ(error(), text("the printer has not ended another job"));
+    EXPECT_EQ(serve("laser"), 0);
+    FontInfo info{};
+    set_text(info.log_font.face_name, "Liberation Mono");
+    info.point_size = 8;
+    const std::unique_ptr<QFont> font(manager_.create_font(info));
+    EXPECT_EQ(font->pointSize(), 8);
+    painter->setFont(*font);
+    manager_.set_logical_unit(painter.get(), 0, 0, 0);
+    ASSERT_EQ(manager_.get_rpt_page(1), 1);
+    EXPECT_EQ(manager_.print_page(painter.get()), 1);
+    EXPECT_TRUE(manager_.next_page());
+    ASSERT_EQ(manager_.get_rpt_page(2), 1);
+    EXPECT_EQ(manager_.print_page(painter.get()), 1);
+    EXPECT_TRUE(painter->end());
+    EXPECT_FALSE(manager_.next_page());
+    EXPECT_EQ(page_words(out()), pages({1, 2}));
+    EXPECT_TRUE(read(text("out.ps")).contains("%%BoundingBox: 0 0 612 792\n"));
+}
+
+TEST_F(PrintJobs, aHostPrintsATextFileOnAGenericPrinter) {
+    report(1);
+    write_file(path(text("t.txt")), "\nfirst\n\nsecond\n");
+    const std::unique_ptr<QPainter> painter(manager_.create_generic_printer("Generic", out()));
+    ASSERT_TRUE(painter);
+    EXPECT_EQ(manager_.print_generic_rpt(nullptr, painter.get(),
+                                         path(text("t.txt")).toLocal8Bit().constData()),
+              1);
+    EXPECT_EQ(manager_.print_generic_rpt(nullptr, painter.get(), "/nowhere/t.txt"), 0);
+    EXPECT_EQ(manager_.print_generic_rpt(nullptr, nullptr, "t.txt"), 0);
+    EXPECT_TRUE(painter->end());
+    EXPECT_EQ(words(out()), (QStringList{text("first"), text("second")}));
+    EXPECT_TRUE(read(text("out.ps")).contains("%%Pages: 2\n"));
+}

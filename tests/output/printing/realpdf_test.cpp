@@ -86,13 +86,21 @@ TEST_F(RealPdf, aServerJobHasReportFormAndWatermarkOnEveryPage) {
 TEST_F(RealPdf, aWatermarkInFrontCoversTheReportAndOneBehindDoesNot) {
     report(1);
     manager_.pdf_mode = true;
+    int black[2];
     for (const int in_front : {0, 1}) {
-        mark("XXXXXXXX", 0, in_front);
+        manager_.set_watermark_info("MMMM", "Liberation Sans", 80, 0, QColor(Qt::red), 0, 100,
+                                    in_front);
         ASSERT_EQ(serve(), 1) << error().toStdString();
         const QStringList words = pdf_words(out());
-        EXPECT_TRUE(words.contains(text("page1")));
-        EXPECT_TRUE(words.contains(text("XXXXXXXX"))) << words.join(u' ').toStdString();
+        EXPECT_TRUE(words.join(QString()).contains(text("MMMM"))) << words.join(u' ').toStdString();
+        const QImage picture = pdf_picture(out(), 1, dots);
+        black[in_front] = 0;
+        for (int y = 0; y < picture.height(); ++y)
+            for (int x = 0; x < picture.width(); ++x)
+                black[in_front] += picture.pixelColor(x, y).red() < 100;
     }
+    EXPECT_GT(black[0], black[1] + 20);
+    EXPECT_GT(black[1], 100);
 }
 
 TEST_F(RealPdf, theWatermarkStandsAtItsPlaceInBothOrientationsAndTurnsAboutItsCorner) {

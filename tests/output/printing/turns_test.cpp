@@ -117,3 +117,23 @@ TEST_F(Turns, aServerJobWithoutAWatermarkWaitsForNobody) {
         << error().toStdString();
     EXPECT_LT(time.elapsed(), 10000);
 }
+
+TEST_F(Turns, jobsOfPlainTextInOneDirectoryTakeTurns) {
+    report(1);
+    stub_tools();
+    printman::JobLock lock;
+    ASSERT_EQ(lock.take_current_directory(), QString());
+    const pid_t other = ::fork();
+    if (other == 0) {
+        // Its copy of the descriptor alone; the lock is the other process's still.
+        lock.release();
+        ::_exit(manager_.print_rpt_page(nullptr, "plain", 1, 1, 0, 0) == 1 ? 0 : 1);
+    }
+    ::usleep(300000);
+    EXPECT_EQ(files(), QStringList());
+    lock.release();
+    int status = -1;
+    ::waitpid(other, &status, 0);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(files(), QStringList());
+}
