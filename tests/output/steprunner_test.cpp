@@ -33,7 +33,7 @@ protected:
 
     QString run(const std::vector<PdfStep>& steps, const QStringList& fresh = {}) {
         testing::internal::CaptureStderr();
-        const QString failure = StepRunner([this] { return watermark_; }, fresh).run(steps);
+        QString failure = StepRunner([this] { return watermark_; }, fresh).run(steps);
         told_ = testing::internal::GetCapturedStderr();
         return failure;
     }

@@ -11,7 +11,6 @@
 
 using testsupport::DialogAnswers;
 using testsupport::pdf_words;
-using testsupport::read_file;
 using testsupport::write_file;
 
 namespace {

@@ -10,7 +10,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using testsupport::read_file;
 using testsupport::write_file;
 
 namespace {

@@ -1,15 +1,8 @@
 #include "tests/output/printing/printing.h"
-#include "tests/support/dialogs.h"
 
-#include <QFontDialog>
-#include <QMessageBox>
 #include <QPainter>
-#include <QPrintDialog>
-#include <QSpinBox>
 
-using testsupport::DialogAnswers;
 using testsupport::pdf_words;
-using testsupport::read_file;
 using testsupport::write_file;
 
 namespace {

@@ -10,7 +10,6 @@
 
 using testsupport::pdf_picture;
 using testsupport::pdf_words;
-using testsupport::read_file;
 using testsupport::run;
 using testsupport::write_file;
 
