@@ -368,7 +368,8 @@ public:
     //
     // PDF files are made by ps2pdf and pdftk, and printed by lpr, which are found on PATH. What
     // goes wrong with them is also told on standard error. Their files have fixed names in /tmp,
-    // which processes use in turn: a job waits up to three minutes for another one.
+    // which processes use in turn: a job waits up to three minutes for another one. A progress
+    // function that answers false while such a tool works ends it, and with it the job.
 
     /// Whether printing goes through a PDF file. The host sets it; printing that asks the user
     /// clears it.
@@ -376,6 +377,10 @@ public:
 
     /// A PDF that is laid behind every page of a PDF; empty for none. The host sets it.
     QString form_file;
+
+    /// The title of the documents that print jobs make, such as a PDF's; empty for none. The host
+    /// sets it. Their creator is the application, by its name and version.
+    QString document_title;
 
     /// The printer that print_rpt_pdffile() takes font and sheet from, and the setup file that has
     /// it. The host sets both.

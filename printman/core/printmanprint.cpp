@@ -3,6 +3,7 @@
 #include <printman/output/jobfont.h>
 #include <printman/printer/paths.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFont>
 #include <QPainter>
@@ -33,10 +34,29 @@ bool CPrintMan::Private::has_printer() {
 }
 
 PdfPipeline CPrintMan::Private::pipeline(const CPrintMan& door) {
-    return {*printer, tmp_names, has_watermark ? &watermark : nullptr, door.form_file};
+    std::function<bool()> goes_on;
+    if (progress)
+        goes_on = [this, pages = report.page_count()] {
+            canceled = canceled || !progress(pages, pages);
+            return !canceled;
+        };
+    return {*printer, tmp_names, has_watermark ? &watermark : nullptr, door.form_file,
+            std::move(goes_on)};
+}
+
+/// Says what the printer's next document is called and who made it.
+void CPrintMan::Private::name_document(const CPrintMan& door) {
+    const QPrinter::PrinterState state = printer->printerState();
+    if (state == QPrinter::Active || state == QPrinter::Aborted)
+        return;
+    printer->setDocName(door.document_title);
+    printer->setCreator(
+        (QCoreApplication::applicationName() + u' ' + QCoreApplication::applicationVersion())
+            .trimmed());
 }
 
 ReportJob CPrintMan::Private::print_job(CPrintMan& door) {
+    name_document(door);
     return ReportJob({.printer = *printer,
                       .source = loaded_report(),
                       .units = units,

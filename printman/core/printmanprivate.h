@@ -64,6 +64,7 @@ public:
     QString append_pages(CPrintMan& door, QString& html);
     printman::LoadedReport loaded_report() { return {report, fields, rows}; }
     printman::PdfPipeline pipeline(const CPrintMan& door);
+    void name_document(const CPrintMan& door);
     printman::ReportJob print_job(CPrintMan& door);
     QPainter* start(CPrintMan& door, const printman::PainterSetup& setup);
     bool has_printer();

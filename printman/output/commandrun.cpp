@@ -20,6 +20,9 @@ namespace {
 
 constexpr int shell_missing = 127;
 constexpr int shell_signal_base = 128; // a shell's status for a command that a signal ended
+constexpr int milliseconds = 1000;     // in the unit of usleep
+constexpr int between_looks = 5;       // milliseconds
+constexpr int looks_a_question = 10;
 
 /// While it lives, no handler of the host takes the status of a child away.
 class ChildSignalHold {
@@ -41,7 +44,10 @@ private:
 };
 
 /// Becomes the shell. Only what is safe between fork and exec.
-[[noreturn]] void become_shell(const char* command, pid_t parent, const sigset_t& mask) {
+[[noreturn]] void become_shell(const char* command, pid_t parent, const sigset_t& mask,
+                               bool own_group) {
+    if (own_group)
+        ::setpgid(0, 0);
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent)
         ::_exit(shell_missing);
@@ -56,6 +62,32 @@ private:
     ::_exit(shell_missing);
 }
 
+/// What waitpid answers, whatever signals come meanwhile.
+pid_t wait_for(pid_t child, int& status, int options) {
+    pid_t ended;
+    do {
+        ended = ::waitpid(child, &status, options);
+    } while (ended < 0 && errno == EINTR);
+    return ended;
+}
+
+/// Waits for the child, a process group of its own, as long as @p goes_on says so.
+pid_t watch(pid_t child, int& status, const std::function<bool()>& goes_on, bool& is_stopped) {
+    for (int look = 1;; ++look) {
+        const pid_t ended = wait_for(child, status, WNOHANG);
+        if (ended != 0)
+            return ended;
+        if (look % looks_a_question == 0 && !goes_on()) {
+            is_stopped = true;
+            // It may not have come to its group yet.
+            ::kill(child, SIGKILL);
+            ::kill(-child, SIGKILL);
+            return wait_for(child, status, 0);
+        }
+        ::usleep(between_looks * milliseconds);
+    }
+}
+
 } // namespace
 
 bool CommandEnd::is_interrupted() const {
@@ -65,23 +97,23 @@ bool CommandEnd::is_interrupted() const {
     return false;
 }
 
-CommandEnd run_command(const QByteArray& command) {
+CommandEnd run_command(const QByteArray& command, const std::function<bool()>& goes_on) {
     CommandEnd end;
     const ChildStatusGuard guard;
     const ChildSignalHold hold;
     const pid_t parent = ::getpid();
     const pid_t child = ::fork();
     if (child == 0)
-        become_shell(command.constData(), parent, hold.old());
+        become_shell(command.constData(), parent, hold.old(), goes_on != nullptr);
     if (child < 0) {
         end.trouble = QStringLiteral("cannot be started: ") + qt_error_string(errno);
         return end;
     }
     int status = 0;
-    pid_t ended;
-    do {
-        ended = ::waitpid(child, &status, 0);
-    } while (ended < 0 && errno == EINTR);
+    if (goes_on)
+        ::setpgid(child, child);
+    const pid_t ended =
+        goes_on ? watch(child, status, goes_on, end.is_stopped) : wait_for(child, status, 0);
     if (ended < 0)
         end.trouble = QStringLiteral("ended with a status that was lost");
     else if (WIFSIGNALED(status))

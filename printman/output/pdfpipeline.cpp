@@ -46,7 +46,7 @@ QString PdfPipeline::take_names() {
 }
 
 QString PdfPipeline::run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh) {
-    StepRunner runner([this] { return paint_watermark(); }, fresh);
+    StepRunner runner([this] { return paint_watermark(); }, fresh, goes_on_);
     return runner.run(pdf_steps(purpose, place(), form_, files, printer_.printerName()));
 }
 
@@ -124,10 +124,11 @@ QString PdfPipeline::convert(const QString& pdf) {
     KeptFile earlier(pdf);
     if (!earlier.error().isEmpty())
         return told(earlier.error());
-    QString failure = StepRunner().run({{.kind = PdfStep::Kind::run,
-                                         .command = ps2pdf_command(name_of(tmp_ps), pdf),
-                                         .from = {},
-                                         .to = pdf}});
+    QString failure = StepRunner({}, {}, goes_on_)
+                          .run({{.kind = PdfStep::Kind::run,
+                                 .command = ps2pdf_command(name_of(tmp_ps), pdf),
+                                 .from = {},
+                                 .to = pdf}});
     if (failure.isEmpty())
         earlier.drop();
     return failure;
@@ -154,7 +155,7 @@ QString PdfPipeline::paint_watermark() {
     printer_.setPageOrientation(orientation);
     if (!done)
         return told(QStringLiteral("cannot paint the watermark: ") + printer_.errorString());
-    return StepRunner().run(watermark_steps(ps, name_of(tmp_watermark)));
+    return StepRunner({}, {}, goes_on_).run(watermark_steps(ps, name_of(tmp_watermark)));
 }
 
 } // namespace printman

@@ -6,6 +6,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class PsPrinter;
 
 namespace printman {
@@ -20,8 +22,11 @@ public:
     ///                is held, and lets it go
     /// @param mark    null for no watermark
     /// @param form    a PDF that is laid behind the report; empty for none
-    PdfPipeline(PsPrinter& printer, TmpNames& names, const Watermark* mark, const QString& form)
-        : printer_(printer), names_(names), mark_(mark), form_(form) {}
+    /// @param goes_on asked while a tool works: false ends the operation; may be empty
+    PdfPipeline(PsPrinter& printer, TmpNames& names, const Watermark* mark, const QString& form,
+                std::function<bool()> goes_on)
+        : printer_(printer), names_(names), mark_(mark), form_(form), goes_on_(std::move(goes_on)) {
+    }
 
     /// Makes a PDF of "/tmp/korvo.ps", in a new file in the current directory.
     ///
@@ -52,6 +57,7 @@ private:
     TmpNames& names_;
     const Watermark* mark_;
     QString form_;
+    std::function<bool()> goes_on_;
 };
 
 } // namespace printman

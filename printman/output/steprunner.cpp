@@ -31,9 +31,9 @@ struct FileState {
 };
 
 /// A tool takes the place of the shell, so that its own end is known and it ends with this process.
-CommandEnd run_step(const QByteArray& command) {
+CommandEnd run_step(const QByteArray& command, const std::function<bool()>& goes_on) {
     const bool is_tool = !package_of(command_tool(command)).isEmpty();
-    return run_command(is_tool ? "exec " + command : command);
+    return run_command(is_tool ? "exec " + command : command, goes_on);
 }
 
 QString copy_file(const QString& from, const QString& to) {
@@ -96,8 +96,10 @@ QString move_file(const QString& from, const QString& to) {
     return {};
 }
 
-StepRunner::StepRunner(MakeWatermark make_watermark, QStringList fresh)
-    : make_watermark_(std::move(make_watermark)), fresh_(std::move(fresh)) {}
+StepRunner::StepRunner(MakeWatermark make_watermark, QStringList fresh,
+                       std::function<bool()> goes_on)
+    : make_watermark_(std::move(make_watermark)), fresh_(std::move(fresh)),
+      goes_on_(std::move(goes_on)) {}
 
 QString StepRunner::run(const std::vector<PdfStep>& steps) {
     failure_.clear();
@@ -167,13 +169,17 @@ void StepRunner::run_tool(const PdfStep& step) {
     }
     if (!prepare(step.to))
         return;
-    const CommandEnd end = run_step(step.command);
+    const CommandEnd end = run_step(step.command, goes_on_);
     const bool made = step.to.isEmpty() || is_made(step.to);
     if (end.ok() && made)
         return;
-    tell(end.ok() ? u'\'' + QFile::decodeName(step.command) + QStringLiteral("' made no whole file")
-                  : describe_failure(step.command, end));
-    stopped_ = end.is_interrupted();
+    if (end.is_stopped)
+        note(QStringLiteral("canceled"));
+    else
+        tell(end.ok()
+                 ? u'\'' + QFile::decodeName(step.command) + QStringLiteral("' made no whole file")
+                 : describe_failure(step.command, end));
+    stopped_ = end.is_stopped || end.is_interrupted();
     if (!step.to.isEmpty())
         remove_own(step.to);
 }

@@ -19,7 +19,10 @@ public:
 
     /// @param make_watermark for the step of that name; may be empty where there is none
     /// @param fresh          files that were made anew, and empty, for this job
-    explicit StepRunner(MakeWatermark make_watermark = {}, QStringList fresh = {});
+    /// @param goes_on        asked while a tool works: false stops it, and all but the removing is
+    ///                       left out; may be empty
+    explicit StepRunner(MakeWatermark make_watermark = {}, QStringList fresh = {},
+                        std::function<bool()> goes_on = {});
 
     /// @return empty when every step was done, else the first failure in one line
     QString run(const std::vector<PdfStep>& steps);
@@ -35,6 +38,7 @@ private:
 
     MakeWatermark make_watermark_;
     QStringList fresh_;
+    std::function<bool()> goes_on_;
     QString failure_;
     bool stopped_ = false;
 };
