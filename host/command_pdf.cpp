@@ -1,7 +1,7 @@
 #include "host/command.h"
 #include "host/console.h"
-#include "host/pagesetup.h"
 #include "host/pdfjob.h"
+#include "host/pendingfile.h"
 #include "host/report.h"
 
 namespace host {
@@ -14,10 +14,12 @@ Outcome run_pdf(const Arguments& arguments) {
     Outcome names = check_output(report, out);
     if (!names.ok())
         return names;
-    PageSetup setup;
-    Outcome read = PageSetup::read(arguments, setup);
+    PdfSetup setup;
+    Outcome read = PdfSetup::read(arguments, setup);
     if (!read.ok())
         return read;
+    if (!setup.form.isEmpty() && same_file(setup.form, out))
+        return Outcome::wrong_usage(out + " is both read and written");
     ConsoleWatch watch;
     return make_pdf(report, out, setup, watch);
 }
@@ -29,9 +31,14 @@ const Command pdf_command{
     .operands = {"REPORT", "OUT.pdf"},
     .summary = "make a searchable PDF file",
     .about = "Makes the PDF file OUT.pdf of REPORT, with its text as text and the fonts in it.\n"
-             "It needs ps2pdf, which the Debian package ghostscript has. OUT.pdf appears when\n"
-             "it is complete; an earlier file stays whole until then.",
-    .options = {{"font", "F", "font family (default: Courier New, or what stands for it)"},
+             "It needs ps2pdf, which the Debian package ghostscript has, and for a form or a\n"
+             "watermark pdftk, which pdftk-java has. OUT.pdf appears when it is complete; an\n"
+             "earlier file stays whole until then.",
+    .options = {{"printer", "ID",
+                 "take font, paper and margins from this printer of the\n"
+                 "setup file, instead of the next six options; the page\n"
+                 "fills the paper unless the setting NOPAGEMAP is yes"},
+                {"font", "F", "font family (default: Courier New, or what stands for it)"},
                 {"size", "N",
                  "print the text at N points, 1 to 1000; a page that is\n"
                  "larger than the paper is made to fit (default: the\n"
@@ -46,11 +53,25 @@ const Command pdf_command{
                  "top, bottom, left and right margin in inches\n"
                  "(default: a third of an inch at top and bottom of\n"
                  "the upright sheet, half an inch at its sides)"},
-                {"title", "T", "title of the PDF (default: the report's name)"}},
+                {"title", "T", "title of the PDF (default: the report's name)"},
+                {"form", "F.pdf", "lay this PDF behind every page"},
+                {"watermark", "TEXT", "write TEXT across every page, at most 79 bytes"},
+                {"watermark-font", "F", "its font family (default: Helvetica)"},
+                {"watermark-size", "N", "its size in points, 1 to 1000 (default: 60)"},
+                {"watermark-angle", "DEG",
+                 "turn it counter-clockwise about its top left corner\n"
+                 "(default: 45)"},
+                {"watermark-colour", "C", "R,G,B or #rrggbb (default: #d0d0d0)"},
+                {"watermark-at", "X,Y",
+                 "its top left corner in inches from the top left\n"
+                 "corner of the margins (default: in the page's middle)"},
+                {"watermark-front", "", "write it over the report, not behind it"}},
     .examples =
         "printman pdf aging.rpt aging.pdf\n"
         "printman pdf --paper Letter --landscape --title \"Aging, May\" aging.rpt aging.pdf\n"
-        "printman pdf --font \"DejaVu Sans Mono\" --size 7.5 --margins .5,.5,1,.5 a.rpt a.pdf",
+        "printman pdf --font \"DejaVu Sans Mono\" --size 7.5 --margins .5,.5,1,.5 a.rpt a.pdf\n"
+        "printman pdf --printer LASER --form letterhead.pdf aging.rpt aging.pdf\n"
+        "printman pdf --watermark DRAFT --watermark-colour 255,200,200 a.rpt a.pdf",
     .run = run_pdf,
 };
 

@@ -11,6 +11,7 @@ namespace host {
 namespace {
 
 int output_error = 0;
+int progress_fd = STDERR_FILENO;
 
 void note_output_error() {
     if (output_error == 0)
@@ -48,7 +49,11 @@ int flush_output() {
     return output_error;
 }
 
-Progress::Progress(const char* unit) : unit_(unit), terminal_(::isatty(STDERR_FILENO) == 1) {
+void show_progress_on(int fd) {
+    progress_fd = fd;
+}
+
+Progress::Progress(const char* unit) : unit_(unit), terminal_(::isatty(progress_fd) == 1) {
     clock_.start();
 }
 
@@ -68,8 +73,9 @@ bool Progress::step(long long done, long long total) {
 
 void Progress::show(const QByteArray& text) {
     const QByteArray line = '\r' + text.leftJustified(shown_, ' ') + (text.isEmpty() ? "\r" : "");
-    std::fwrite(line.constData(), 1, static_cast<size_t>(line.size()), stderr);
-    std::fflush(stderr);
+    const ssize_t written =
+        ::write(progress_fd, line.constData(), static_cast<size_t>(line.size()));
+    static_cast<void>(written);
     shown_ = text.size();
 }
 

@@ -22,6 +22,9 @@ bool print(const QByteArray& text);
 /// Sends off what was printed: 0, or the errno of what failed since the program began.
 int flush_output();
 
+/// Where progress is shown from now on: standard error until then.
+void show_progress_on(int fd);
+
 /// A line such as "page 120 of 1000" on standard error, shown only when that is a terminal and the
 /// job has lasted for half a second, and erased when the object goes.
 class Progress {

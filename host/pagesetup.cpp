@@ -2,7 +2,10 @@
 
 #include "host/command.h"
 #include "host/numbers.h"
+#include "host/settings.h"
 
+#include <printman/core/printman.h>
+#include <printman/printer/prtsetup.h>
 #include <printman/toolkit/pagesizes.h>
 
 #include <QFile>
@@ -10,7 +13,9 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
+#include <memory>
 
 namespace host {
 
@@ -23,6 +28,7 @@ constexpr double max_font_size = 1000;
 constexpr double max_margin = 100;
 constexpr double least_room = 0.5;
 constexpr double default_font_size = 12;
+constexpr qsizetype max_family = 127; // bytes, that a printer's record takes
 
 QByteArray names_of_papers() {
     QByteArray list;
@@ -92,7 +98,10 @@ QPageLayout::Orientation orientation_of(QSize grid) {
     return grid.width() > grid.height() ? QPageLayout::Landscape : QPageLayout::Portrait;
 }
 
-Outcome PageSetup::read(const Arguments& arguments, PageSetup& setup) {
+namespace {
+
+/// Takes everything but the title from the options.
+Outcome read_options(const Arguments& arguments, PageSetup& setup) {
     double size = default_font_size;
     if (const auto text = arguments.value("size")) {
         const auto number = parse_fraction(*text, min_font_size, max_font_size);
@@ -105,6 +114,9 @@ Outcome PageSetup::read(const Arguments& arguments, PageSetup& setup) {
     const QByteArray family = arguments.value("font").value_or("Courier New");
     if (family.trimmed().isEmpty())
         return Outcome::wrong_usage("--font needs the name of a font");
+    if (family.size() > max_family)
+        return Outcome::wrong_usage("the name of the font is longer than " +
+                                    QByteArray::number(max_family) + " bytes");
     setup.font = report_font(QFile::decodeName(family), size);
 
     setup.paper = usual_paper();
@@ -127,8 +139,48 @@ Outcome PageSetup::read(const Arguments& arguments, PageSetup& setup) {
             return Outcome::wrong_usage("--margins needs top,bottom,left,right in inches, not " +
                                         *text);
     }
-    setup.title = QFile::decodeName(arguments.value("title").value_or(QByteArray()));
     return Outcome::success();
+}
+
+double usable_margin(double inches) {
+    return std::isfinite(inches) ? std::clamp(inches, 0.0, max_margin) : 0.0;
+}
+
+/// Takes everything but the title from a printer of the setup file.
+Outcome read_printer(const Arguments& arguments, PageSetup& setup) {
+    for (const char* option : {"font", "size", "paper", "landscape", "portrait", "margins"}) {
+        if (arguments.has(option))
+            return Outcome::wrong_usage(QByteArray("--printer and --") + option +
+                                        " exclude each other");
+    }
+    const QByteArray id = *arguments.value("printer");
+    if (id.isEmpty())
+        return Outcome::wrong_usage("--printer needs the id of a printer");
+    DLWDEVMODE devmode{};
+    FontInfo font{};
+    MarginInfo margins{};
+    if (get_prt_data(id.constData(), nullptr, nullptr, nullptr, &devmode, &font, nullptr,
+                     &margins) != 0)
+        return Outcome::failure("Can not find report printer '" + id + '\'');
+    const std::unique_ptr<QFont> record_font(CPrintMan().create_font(font));
+    setup.font = *record_font;
+    setup.font.setStyleHint(QFont::TypeWriter);
+    setup.exact_size = host_settings().turns_page_map_off();
+    setup.paper = page_size_name(devmode.paper_size) ? devmode.paper_size : usual_paper();
+    setup.orientation = devmode.orientation == 1 ? QPageLayout::Landscape : QPageLayout::Portrait;
+    setup.margins = PageMargins{.top = usable_margin(margins.top),
+                                .left = usable_margin(margins.left),
+                                .bottom = usable_margin(margins.bottom),
+                                .right = usable_margin(margins.right)};
+    return Outcome::success();
+}
+
+} // namespace
+
+Outcome PageSetup::read(const Arguments& arguments, PageSetup& setup) {
+    setup.title = QFile::decodeName(arguments.value("title").value_or(QByteArray()));
+    return arguments.has("printer") ? read_printer(arguments, setup)
+                                    : read_options(arguments, setup);
 }
 
 } // namespace host

@@ -48,7 +48,8 @@ struct PageSetup {
     std::optional<PageMargins> margins;                  ///< none: the printer's own
     QString title;                                       ///< empty: the report's name
 
-    /// Reads the options of a command line; wrong usage when one makes no sense.
+    /// Reads the options of a command line: wrong usage when one makes no sense, a failure when the
+    /// printer that one names, for its font, sheet and margins, is not in the setup file.
     static Outcome read(const Arguments& arguments, PageSetup& setup);
 };
 

@@ -1,171 +1,154 @@
 #include "host/pdfjob.h"
 
+#include "host/command.h"
+#include "host/joberror.h"
+#include "host/jobreport.h"
 #include "host/jobwatch.h"
+#include "host/pdflayout.h"
 #include "host/pendingfile.h"
 #include "host/report.h"
-#include "host/settings.h"
-#include "host/tool.h"
+#include "host/workplace.h"
 
 #include <printman/core/printman.h>
-#include <printman/toolkit/pagesizes.h>
-#include <printman/toolkit/psprinter.h>
 
-#include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QFontMetrics>
-#include <QPainter>
 #include <QStandardPaths>
-#include <QTemporaryDir>
 
-#include <cmath>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace host {
 
 namespace {
 
-constexpr double margin_units = 600; // to the inch
-
-Outcome printer_failure(const PsPrinter& printer) {
-    QByteArray why = QFile::encodeName(printer.errorString());
-    if (why.isEmpty())
-        why = "the pages cannot be painted";
-    return Outcome::failure("cannot write the PostScript: " + why);
+Outcome find_tool(const char* name, const char* package) {
+    return QStandardPaths::findExecutable(QString::fromLatin1(name)).isEmpty()
+               ? Outcome::failure(QByteArray(name) + " is not installed; the Debian package " +
+                                  package + " has it")
+               : Outcome::success();
 }
 
-/// The size of a page's grid in the font of a device.
-QSize grid_size(const CPrintMan& manager, const QFont& font, QPaintDevice& device) {
-    const QFontMetrics metrics(font, &device);
-    return {manager.get_columns() * metrics.maxWidth(), manager.get_lines() * metrics.height()};
+/// Whether what the job needs is there.
+Outcome check_tools(const PdfSetup& setup) {
+    Outcome tool = find_tool("ps2pdf", "ghostscript");
+    if (tool.ok() && (setup.watermark || !setup.form.isEmpty()))
+        tool = find_tool("pdftk", "pdftk-java");
+    return tool;
 }
 
-/// Sets the sheet up: wrong usage when the margins leave no room on it.
-Outcome prepare(PsPrinter& printer, const CPrintMan& manager, const PageSetup& setup) {
-    const QPageSize paper = page_size_of(setup.paper);
-    const QPageLayout::Orientation orientation =
-        setup.orientation.value_or(orientation_of(grid_size(manager, setup.font, printer)));
-    printer.setPageSize(paper);
-    printer.setPageOrientation(orientation);
-    if (!setup.margins)
+Outcome check_form(const QByteArray& form) {
+    if (form.isEmpty())
         return Outcome::success();
-    QSizeF inches = paper.size(QPageSize::Inch);
-    if (orientation == QPageLayout::Landscape)
-        inches.transpose();
-    if (!leave_room(*setup.margins, inches))
-        return Outcome::wrong_usage("the margins leave no room on the page");
-    const auto units = [](double inch) {
-        return static_cast<unsigned>(std::lround(inch * margin_units));
-    };
-    printer.setMargins(units(setup.margins->top), units(setup.margins->left),
-                       units(setup.margins->bottom), units(setup.margins->right));
-    return Outcome::success();
+    Outcome readable = check_input(form);
+    if (!readable.ok())
+        return readable;
+    const int fd = ::open(form.constData(), O_RDONLY | O_CLOEXEC);
+    QByteArray start(5, '\0');
+    start.truncate(fd < 0 ? 0 : std::max<ssize_t>(0, ::read(fd, start.data(), 5)));
+    const bool is_pdf = start == "%PDF-";
+    ::close(fd);
+    return is_pdf ? Outcome::success() : Outcome::failure(form + ": The form is not a PDF file");
 }
 
-Outcome paint_pages(QPainter& painter, PsPrinter& printer, CPrintMan& manager,
-                    const QByteArray& report, JobWatch& watch) {
-    const int total = manager.get_page_count();
-    for (int page = 1; page <= total; ++page) {
-        if (manager.get_rpt_page(page == 1 ? 1 : 2) != 1)
-            return Outcome::failure(report + ": page " + QByteArray::number(page) +
-                                    " cannot be read");
-        if (page > 1 && !printer.newPage())
-            return printer_failure(printer);
-        manager.print_page(&painter);
-        if (!watch.pages_done(page, total))
-            return Outcome::failure("interrupted");
-    }
-    return Outcome::success();
-}
-
-Outcome paint_report(CPrintMan& manager, const QByteArray& report, const PageSetup& setup,
-                     const QString& file, JobWatch& watch) {
-    PsPrinter printer;
-    Outcome prepared = prepare(printer, manager, setup);
-    if (!prepared.ok())
-        return prepared;
-    printer.setOutputFileName(file);
-    printer.setDocName(setup.title.isEmpty()
-                           ? QFileInfo(QFile::decodeName(report)).completeBaseName()
-                           : setup.title);
-    printer.setCreator(QStringLiteral("printman " PRINTMAN_VERSION));
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return printer_failure(printer);
-    painter.setFont(setup.font);
-    const QSize grid = grid_size(manager, setup.font, printer);
-    const bool fits = grid.width() <= printer.width() && grid.height() <= printer.height();
-    manager.set_logical_unit(&painter, setup.exact_size && fits ? 1 : 0, 0, 0);
-    Outcome painted = paint_pages(painter, printer, manager, report, watch);
-    if (!painted.ok())
-        printer.abort();
-    const bool ended = painter.end();
-    if (painted.ok() && (!ended || printer.printerState() == QPrinter::Error))
-        return printer_failure(printer);
-    return painted;
-}
-
-/// Copies a whole PDF file.
-Outcome take_over(const QString& pdf, PendingFile& out) {
-    QFile file(pdf);
-    if (!file.open(QIODevice::ReadOnly) || file.size() == 0)
-        return Outcome::failure("ps2pdf made no PDF");
+/// Refuses what is no whole PDF, whatever the tools said of it.
+Outcome check_pdf(const QString& name) {
     constexpr qint64 tail = 1024;
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly))
+        return Outcome::failure("cannot read the PDF back: " +
+                                QFile::encodeName(file.errorString()));
     const bool starts = file.peek(5) == "%PDF-";
     file.seek(std::max<qint64>(0, file.size() - tail));
-    if (!starts || !file.read(tail).contains("%%EOF"))
-        return Outcome::failure("ps2pdf made a file that is no whole PDF");
-    file.seek(0);
-    while (!file.atEnd()) {
-        const QByteArray piece = file.read(1 << 18);
-        if (piece.isEmpty())
-            return Outcome::failure("cannot read the PDF back: " +
-                                    QFile::encodeName(file.errorString()));
-        if (!out.write(piece))
-            return Outcome::failure(out.error());
-    }
-    return Outcome::success();
+    return starts && file.read(tail).contains("%%EOF")
+               ? Outcome::success()
+               : Outcome::failure("ps2pdf made a file that is no whole PDF");
 }
 
-QString scratch_template() {
-    const QByteArray directory =
-        host_settings().value("dlwmenu.ini", "env", "TMPDIR").value_or(QByteArray());
-    return (directory.isEmpty() ? QDir::tempPath() : QFile::decodeName(directory)) +
-           QStringLiteral("/printman-XXXXXX");
+Outcome write_setup_file(const QString& name, const printman::SetupRecord& record) {
+    const std::string bytes = printman::setup_file_bytes(std::array{record});
+    PendingFile file;
+    return file.open(QFile::encodeName(name)) && file.write(QByteArray::fromStdString(bytes)) &&
+                   file.commit()
+               ? Outcome::success()
+               : Outcome::failure(file.error());
+}
+
+/// Makes the PDF @p result in the current directory, which is the job's own.
+Outcome run_job(CPrintMan& manager, const PdfSetup& setup, const PdfLayout& layout,
+                const QByteArray& form, const WorkPlace& place, const QString& result) {
+    // The tools get names that mean nothing to them.
+    const QString form_name = place.file(QStringLiteral("form.pdf"));
+    if (!form.isEmpty() && ::symlink(form.constData(), QFile::encodeName(form_name)) != 0)
+        return Outcome::failure(form + ": " + std::strerror(errno));
+    const QString setup_file = place.file(QStringLiteral("setup.bin"));
+    Outcome written = write_setup_file(setup_file, layout.record);
+    if (!written.ok())
+        return written;
+    manager.pdf_mode = true;
+    manager.form_file = form.isEmpty() ? QString() : form_name;
+    if (setup.watermark)
+        set_watermark(manager, *setup.watermark, layout);
+    const HeldErrors errors;
+    const int done = manager.print_serverrpt_page(pdf_printer_id, 1, 1, layout.no_page_map, result,
+                                                  setup_file, QString(), QString());
+    return job_outcome(manager, done == 1, errors);
 }
 
 } // namespace
 
-Outcome make_pdf(const QByteArray& report, const QByteArray& out, const PageSetup& setup,
+Outcome PdfSetup::read(const Arguments& arguments, PdfSetup& setup) {
+    Outcome page = PageSetup::read(arguments, setup.page);
+    if (!page.ok())
+        return page;
+    if (const auto form = arguments.value("form")) {
+        if (form->isEmpty())
+            return Outcome::wrong_usage("--form needs the name of a PDF file");
+        setup.form = *form;
+    }
+    return Watermark::read(arguments, setup.watermark);
+}
+
+Outcome make_pdf(const QByteArray& report, const QByteArray& out, const PdfSetup& setup,
                  JobWatch& watch) {
-    const QString ps2pdf = QStandardPaths::findExecutable(QStringLiteral("ps2pdf"));
-    if (ps2pdf.isEmpty())
-        return Outcome::failure("ps2pdf is not installed; the Debian package ghostscript has it");
+    Outcome ready = check_tools(setup);
+    if (ready.ok())
+        ready = check_form(setup.form);
+    if (!ready.ok())
+        return ready;
+    const JobReport input(report);
     CPrintMan manager;
-    Outcome opened = open_report(manager, report);
+    Outcome opened = input.open(manager);
     if (!opened.ok())
         return opened;
+    PdfLayout layout;
+    Outcome laid = lay_out(setup.page, manager.get_columns(), manager.get_lines(), layout);
+    if (!laid.ok())
+        return laid;
     PendingFile pending;
-    if (!pending.open(out))
+    if (!pending.open(absolute_path(out), out))
         return Outcome::failure(pending.error());
-    const QTemporaryDir scratch(scratch_template());
-    if (!scratch.isValid())
-        return Outcome::failure("cannot make a scratch directory: " +
-                                QFile::encodeName(scratch.errorString()));
+    manager.document_title = setup.page.title.isEmpty() ? title_of(report) : setup.page.title;
+    watch_job(manager, watch);
 
-    // The tool gets names that mean nothing to it: a '%' in a directory's name would.
-    const QString ps = QStringLiteral("report.ps");
-    const QString pdf = QStringLiteral("report.pdf");
-    Outcome painted = paint_report(manager, report, setup, scratch.filePath(ps), watch);
-    if (!painted.ok())
-        return painted;
-    Outcome converted =
-        run_tool(ps2pdf, {ps, pdf}, scratch.path(), [&watch] { return watch.tool_works(); });
-    if (!converted.ok())
-        return converted;
-    Outcome taken = take_over(scratch.filePath(pdf), pending);
-    if (!taken.ok())
-        return taken;
-    if (!watch.tool_works())
-        return Outcome::failure("interrupted");
+    const QByteArray form = setup.form.isEmpty() ? setup.form : absolute_path(setup.form);
+    WorkPlace place;
+    Outcome entered = place.enter();
+    if (!entered.ok())
+        return entered;
+    const QString result = place.file(QStringLiteral("report.ps"));
+    Outcome made = run_job(manager, setup, layout, form, place, result);
+    if (made.ok())
+        made = check_pdf(result);
+    if (made.ok())
+        made = pending.take_over(result);
+    if (made.ok() && !watch.tool_works())
+        made = Outcome::failure("interrupted");
+    if (!made.ok())
+        return made;
     return pending.commit() ? Outcome::success() : Outcome::failure(pending.error());
 }
 

@@ -85,9 +85,9 @@ bool PendingFile::open_beside(unsigned mode) {
     return fail(EEXIST);
 }
 
-bool PendingFile::open(const QByteArray& path) {
+bool PendingFile::open(const QByteArray& path, const QByteArray& named) {
     discard();
-    named_ = path;
+    named_ = named;
     target_ = behind_links(path);
     if (target_.isEmpty())
         return fail(path.isEmpty() ? ENOENT : ELOOP);
@@ -108,6 +108,25 @@ bool PendingFile::open(const QByteArray& path) {
 bool PendingFile::write(const QByteArray& bytes) {
     errno = 0;
     return file_.write(bytes) == bytes.size() || fail(errno != 0 ? errno : EIO);
+}
+
+Outcome PendingFile::take_over(const QString& name) {
+    constexpr qint64 piece_size = 1 << 18;
+    QFile file(name);
+    const auto unreadable = [&file] {
+        return Outcome::failure("cannot read the result back: " +
+                                QFile::encodeName(file.errorString()));
+    };
+    if (!file.open(QIODevice::ReadOnly))
+        return unreadable();
+    while (!file.atEnd()) {
+        const QByteArray piece = file.read(piece_size);
+        if (piece.isEmpty())
+            return unreadable();
+        if (!write(piece))
+            return Outcome::failure(error());
+    }
+    return Outcome::success();
 }
 
 bool PendingFile::commit() {

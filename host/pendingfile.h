@@ -1,5 +1,7 @@
 #pragma once
 
+#include "host/outcome.h"
+
 #include <QByteArray>
 #include <QFile>
 
@@ -20,10 +22,18 @@ public:
     /// Opens @p path for writing. An earlier file must be writable.
     ///
     /// @return false on failure; error() then says why
-    bool open(const QByteArray& path);
+    bool open(const QByteArray& path) { return open(path, path); }
+
+    /// The same; errors are told of @p named, which is what the user calls the file.
+    bool open(const QByteArray& path, const QByteArray& named);
 
     /// Appends @p bytes; false on failure.
     bool write(const QByteArray& bytes);
+
+    /// Appends all of the file @p name.
+    ///
+    /// @return why not, of whichever of the two files
+    Outcome take_over(const QString& name);
 
     /// Where to write instead; whoever does so looks at each result.
     QIODevice* device() { return &file_; }

@@ -6,6 +6,7 @@
 #include <printman/core/printman.h>
 #include <printman/core/reportcheck.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
@@ -16,12 +17,9 @@ namespace host {
 
 namespace {
 
-// What a report's name may hold; the library refuses a longer one.
-constexpr qsizetype max_report_name = 255;
-
 /// Why the report has no geometry: what its faults say about that, or about the file as a whole.
-Outcome missing_geometry(const QByteArray& path) {
-    QByteArray where = path;
+Outcome missing_geometry(const QByteArray& path, const QByteArray& named) {
+    QByteArray where = named;
     QByteArray why = "the report does not say its columns and lines";
     const auto choose = [&](const printman::ReportFault& fault) {
         const bool about_geometry = fault.what.find("geometry") != std::string::npos;
@@ -36,39 +34,48 @@ Outcome missing_geometry(const QByteArray& path) {
     return Outcome::failure(where + ": " + why);
 }
 
-} // namespace
-
-Outcome check_input(const QByteArray& path) {
+/// check_input() with the name that is told.
+Outcome check_file(const QByteArray& path, const QByteArray& named) {
     const int fd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     if (fd < 0)
-        return Outcome::failure(path + ": " + std::strerror(errno));
+        return Outcome::failure(named + ": " + std::strerror(errno));
     struct stat status {};
     const int result = ::fstat(fd, &status);
     ::close(fd);
     if (result != 0)
-        return Outcome::failure(path + ": " + std::strerror(errno));
+        return Outcome::failure(named + ": " + std::strerror(errno));
     if (S_ISDIR(status.st_mode))
-        return Outcome::failure(path + ": " + std::strerror(EISDIR));
+        return Outcome::failure(named + ": " + std::strerror(EISDIR));
     if (!S_ISREG(status.st_mode))
-        return Outcome::failure(path + ": Not a regular file; it is read more than once");
+        return Outcome::failure(named + ": Not a regular file; it is read more than once");
     if (status.st_size == 0)
-        return Outcome::failure(path + ": The file is empty");
+        return Outcome::failure(named + ": The file is empty");
     return Outcome::success();
 }
 
+} // namespace
+
+Outcome check_input(const QByteArray& path) {
+    return check_file(path, path);
+}
+
 Outcome open_report(CPrintMan& manager, const QByteArray& path) {
-    if (path.size() > max_report_name)
-        return Outcome::failure(path + ": The name is longer than " +
+    return open_report(manager, path, path);
+}
+
+Outcome open_report(CPrintMan& manager, const QByteArray& path, const QByteArray& named) {
+    if (std::max(path.size(), named.size()) > max_report_name)
+        return Outcome::failure(named + ": The name is longer than " +
                                 QByteArray::number(max_report_name) + " bytes");
-    Outcome readable = check_input(path);
+    Outcome readable = check_file(path, named);
     if (!readable.ok())
         return readable;
     const InterruptsEndProgram at_once;
     manager.init_printman(path.constData());
     if (manager.get_columns() == 0 || manager.get_lines() == 0)
-        return missing_geometry(path);
+        return missing_geometry(path, named);
     if (manager.get_page_count() == 0)
-        return Outcome::failure(path + ": The report has no page");
+        return Outcome::failure(named + ": The report has no page");
     return Outcome::success();
 }
 

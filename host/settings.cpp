@@ -59,6 +59,9 @@ bool make_directory_of(const QByteArray& path) {
 
 } // namespace
 
+Settings::Settings(QByteArray directory)
+    : directory_(std::move(directory)), start_(absolute_path(QByteArray())) {}
+
 QByteArray Settings::path_of(const QByteArray& file) const {
     return file.startsWith('/') ? file : directory_ + '/' + file;
 }
@@ -71,14 +74,23 @@ std::optional<QByteArray> Settings::file_value(const QByteArray& file, const QBy
     return IniFile(bytes).value(section, key);
 }
 
+QByteArray Settings::printer_directory(const std::optional<QByteArray>& value) const {
+    if (!value || value->isEmpty())
+        return directory_;
+    return value->startsWith('/') ? *value : start_ + *value;
+}
+
 std::optional<QByteArray> Settings::value(const QByteArray& file, const QByteArray& section,
                                           const QByteArray& key) const {
-    if (auto value = environment_value(key))
-        return value;
-    auto value = file_value(file, section, key);
-    if (key == "PRTINI" && (!value || value->isEmpty()))
-        return directory_;
-    return value;
+    auto value = environment_value(key);
+    if (!value)
+        value = file_value(file, section, key);
+    return key == "PRTINI" ? printer_directory(value) : value;
+}
+
+bool Settings::turns_page_map_off() const {
+    const auto text = value("dlwmenu.ini", "env", "NOPAGEMAP");
+    return text && (text->startsWith('y') || text->startsWith('Y'));
 }
 
 bool Settings::store(const QByteArray& file, const QByteArray& section, const QByteArray& key,

@@ -18,7 +18,7 @@ struct Colour {
 /// another program counts at once. File names are bytes, as the system has them.
 class Settings {
 public:
-    explicit Settings(QByteArray directory) : directory_(std::move(directory)) {}
+    explicit Settings(QByteArray directory);
 
     const QByteArray& directory() const { return directory_; }
 
@@ -30,9 +30,13 @@ public:
                                          const QByteArray& key) const;
 
     /// The value of the environment variable @p key when it is not empty, else that of the file,
-    /// else, for PRTINI, the directory itself.
+    /// else, for PRTINI, the directory itself. A relative PRTINI is made absolute: it means the
+    /// directory in which the program was started, wherever a job works.
     std::optional<QByteArray> value(const QByteArray& file, const QByteArray& section,
                                     const QByteArray& key) const;
+
+    /// Whether NOPAGEMAP says that reports are printed at the font's own size.
+    bool turns_page_map_off() const;
 
     /// Stores a value in the file, which is replaced in one step and made, with its directory, when
     /// it is missing.
@@ -46,7 +50,10 @@ public:
     Colour colour(const QByteArray& key) const;
 
 private:
+    QByteArray printer_directory(const std::optional<QByteArray>& value) const;
+
     QByteArray directory_;
+    QByteArray start_; ///< the current directory at that time, with a slash
 };
 
 /// Reads "r,g,b".

@@ -118,10 +118,10 @@ void ViewerWindow::export_pdf(const QByteArray& out) {
     run_job(
         tr("Making %1").arg(short_name(out)), tr("The PDF was not made."),
         [this, out](JobWatch& watch) {
-            PageSetup setup;
+            PdfSetup setup;
             Outcome ready = check_output(view_->path(), out);
             if (ready.ok())
-                ready = PageSetup::read(Arguments(), setup);
+                ready = PdfSetup::read(Arguments(), setup);
             return ready.ok() ? make_pdf(view_->path(), out, setup, watch) : ready;
         },
         tr("Saved as %1").arg(short_name(out)));

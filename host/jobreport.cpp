@@ -1,0 +1,49 @@
+#include "host/jobreport.h"
+
+#include "host/jobwatch.h"
+#include "host/pendingfile.h"
+#include "host/report.h"
+
+#include <printman/core/printman.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace host {
+
+JobReport::JobReport(const QByteArray& path)
+    : named_(path), path_(path.isEmpty() ? path : absolute_path(path)) {
+    if (named_.size() > max_report_name || path_.size() <= max_report_name)
+        return;
+    // Deep below the root a short name has a long absolute one, which the library does not take.
+    fd_ = ::open(path.constData(), O_PATH | O_CLOEXEC);
+    if (fd_ >= 0)
+        path_ = "/proc/self/fd/" + QByteArray::number(fd_);
+}
+
+JobReport::~JobReport() {
+    if (fd_ >= 0)
+        ::close(fd_);
+}
+
+Outcome JobReport::open(CPrintMan& manager) const {
+    return open_report(manager, path_, named_);
+}
+
+QString title_of(const QByteArray& report) {
+    return QFileInfo(QFile::decodeName(report)).completeBaseName();
+}
+
+void watch_job(CPrintMan& manager, JobWatch& watch) {
+    // After the last page has been told, the same again means that a tool works.
+    manager.set_progress([&watch, last = -1](int done, int total) mutable {
+        const bool again = done == total && last == done;
+        last = done;
+        return again ? watch.tool_works() : watch.pages_done(done, total);
+    });
+}
+
+} // namespace host

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "host/outcome.h"
+
+#include <QColor>
+#include <QPointF>
+
+#include <optional>
+
+class CPrintMan;
+
+namespace host {
+
+class Arguments;
+struct PdfLayout;
+
+/// A line of text across every page of a PDF.
+struct Watermark {
+    QByteArray text;
+    QByteArray family = "Helvetica";
+    int size = 60;  ///< points
+    int angle = 45; ///< degrees, counter-clockwise about the text's top left corner
+    QColor colour{208, 208, 208};
+    std::optional<QPointF> at; ///< that corner, in inches from the margins; none: the page's middle
+    bool in_front = false;     ///< over the report, not behind it
+
+    /// Reads the options of a command line; wrong usage when one makes no sense.
+    ///
+    /// @param mark none without a watermark
+    static Outcome read(const Arguments& arguments, std::optional<Watermark>& mark);
+};
+
+/// Reads "r,g,b" with numbers from 0 to 255, or "#rrggbb".
+std::optional<QColor> parse_mark_colour(const QByteArray& text);
+
+/// Reads "x,y" in inches, each from -100 to 100.
+std::optional<QPointF> parse_place(const QByteArray& text);
+
+/// Describes the watermark to the manager, for pages that are laid out so.
+void set_watermark(CPrintMan& manager, const Watermark& mark, const PdfLayout& layout);
+
+} // namespace host

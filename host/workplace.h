@@ -1,0 +1,33 @@
+#pragma once
+
+#include "host/outcome.h"
+
+#include <QTemporaryDir>
+
+#include <memory>
+
+namespace host {
+
+/// A working directory of a job's own, under TMPDIR: the library chooses names in the current
+/// directory, and there no other job of anyone meets them. While it lives the process works there;
+/// afterwards it is back where it was, and the directory is gone with all that is in it.
+class WorkPlace {
+public:
+    WorkPlace() = default;
+    ~WorkPlace();
+    WorkPlace(const WorkPlace&) = delete;
+    WorkPlace& operator=(const WorkPlace&) = delete;
+
+    /// Makes the directory and goes there. Names that are relative mean something else from then
+    /// on.
+    Outcome enter();
+
+    /// The absolute name of a file there.
+    QString file(const QString& name) const { return directory_->filePath(name); }
+
+private:
+    std::unique_ptr<QTemporaryDir> directory_;
+    int before_ = -1;
+};
+
+} // namespace host
