@@ -61,6 +61,8 @@ extern const Command check_command;
 extern const Command text_command;
 extern const Command pdf_command;
 extern const Command png_command;
+extern const Command print_command;
+extern const Command printers_command;
 extern const Command import_command;
 
 } // namespace host

@@ -120,9 +120,9 @@ constexpr const char* exit_statuses = "0  done\n"
 } // namespace
 
 const std::vector<const Command*>& commands() {
-    static const std::vector<const Command*> list{&view_command,  &info_command, &check_command,
-                                                  &text_command,  &pdf_command,  &png_command,
-                                                  &import_command};
+    static const std::vector<const Command*> list{
+        &view_command, &info_command,  &check_command,    &text_command,  &pdf_command,
+        &png_command,  &print_command, &printers_command, &import_command};
     return list;
 }
 
@@ -166,7 +166,8 @@ CommandLine parse_command_line(const QList<QByteArray>& arguments) {
 QByteArray program_help() {
     QByteArray text =
         "Usage: printman [--settings DIR] COMMAND ...\n\n"
-        "Shows paged text reports, and turns them into plain text, pictures and PDF files.\n\n"
+        "Shows and prints paged text reports, and turns them into plain text, pictures and PDF\n"
+        "files.\n\n"
         "Commands:\n";
     for (const Command* command : commands()) {
         QByteArray head = QByteArray("  ") + command->name;

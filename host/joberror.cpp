@@ -17,6 +17,7 @@ namespace {
 
 constexpr qsizetype max_kept = 4096;
 constexpr qsizetype max_quoted = 200;
+constexpr int shell_signal_base = 128;
 
 /// The first line that a tool wrote; the library's own begin with its name.
 QByteArray first_words(const QByteArray& said) {
@@ -58,18 +59,25 @@ QByteArray HeldErrors::text() const {
 
 QByteArray plain_failure(const QByteArray& error, const QByteArray& said) {
     static const QRegularExpression command(
-        QStringLiteral("^'([\\w-]+) .*' (failed with status|was ended by signal|made no whole "
-                       "file|cannot be started)(.*)$"),
+        QStringLiteral("^'([\\w-]+) .*' (failed with status (\\d+)|was ended by signal|made no "
+                       "whole file|cannot be started)(.*)$"),
         QRegularExpression::DotMatchesEverythingOption);
-    static const QRegularExpression program(
-        QStringLiteral("^[\\w-]+ (failed with status|was ended by signal|was killed by signal)"));
+    static const QRegularExpression program(QStringLiteral("^[\\w-]+ (failed with status|was "
+                                                           "killed by signal)"));
     const QString text = QString::fromLatin1(error);
     const auto match = command.match(text);
+    if (!match.hasMatch() && !program.match(text).hasMatch())
+        return error;
     QByteArray line = error;
-    if (match.hasMatch())
-        line = QString(match.captured(1) + u' ' + match.captured(2) + match.captured(3)).toLatin1();
-    const bool is_tool = match.hasMatch() || program.match(text).hasMatch();
-    const QByteArray words = is_tool ? first_words(said) : QByteArray();
+    if (match.hasMatch()) {
+        line = QString(match.captured(1) + u' ' + match.captured(2) + match.captured(4)).toLatin1();
+        // So a shell tells that a signal has ended what it ran.
+        const int signal = match.captured(3).toInt() - shell_signal_base;
+        if (signal > 0)
+            return match.captured(1).toLatin1() + " was ended by signal " +
+                   QByteArray::number(signal);
+    }
+    const QByteArray words = first_words(said);
     return words.isEmpty() ? line : line + ": " + words;
 }
 

@@ -7,6 +7,7 @@
 #include "host/pdflayout.h"
 #include "host/pendingfile.h"
 #include "host/report.h"
+#include "host/tool.h"
 #include "host/workplace.h"
 
 #include <printman/core/printman.h>
@@ -17,6 +18,7 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
@@ -77,6 +79,25 @@ Outcome write_setup_file(const QString& name, const printman::SetupRecord& recor
                : Outcome::failure(file.error());
 }
 
+/// Whether the form is laid when the library is done: it lays none under a watermark in front.
+bool form_comes_last(const PdfSetup& setup) {
+    return !setup.form.isEmpty() && setup.watermark && setup.watermark->in_front;
+}
+
+/// Lays the form behind the PDF @p result.
+Outcome lay_form(const WorkPlace& place, const QString& result, JobWatch& watch) {
+    const QString whole = place.file(QStringLiteral("whole.pdf"));
+    Outcome laid =
+        run_tool(QStandardPaths::findExecutable(QStringLiteral("pdftk")),
+                 {result, QStringLiteral("background"), place.file(QStringLiteral("form.pdf")),
+                  QStringLiteral("output"), whole},
+                 place.file(QString()), [&watch] { return watch.tool_works(); });
+    if (laid.ok() && std::rename(QFile::encodeName(whole).constData(),
+                                 QFile::encodeName(result).constData()) != 0)
+        laid = Outcome::failure("pdftk made no PDF");
+    return laid;
+}
+
 /// Makes the PDF @p result in the current directory, which is the job's own.
 Outcome run_job(CPrintMan& manager, const PdfSetup& setup, const PdfLayout& layout,
                 const QByteArray& form, const WorkPlace& place, const QString& result) {
@@ -89,7 +110,7 @@ Outcome run_job(CPrintMan& manager, const PdfSetup& setup, const PdfLayout& layo
     if (!written.ok())
         return written;
     manager.pdf_mode = true;
-    manager.form_file = form.isEmpty() ? QString() : form_name;
+    manager.form_file = form.isEmpty() || form_comes_last(setup) ? QString() : form_name;
     if (setup.watermark)
         set_watermark(manager, *setup.watermark, layout);
     const HeldErrors errors;
@@ -141,6 +162,8 @@ Outcome make_pdf(const QByteArray& report, const QByteArray& out, const PdfSetup
         return entered;
     const QString result = place.file(QStringLiteral("report.ps"));
     Outcome made = run_job(manager, setup, layout, form, place, result);
+    if (made.ok() && form_comes_last(setup))
+        made = lay_form(place, result, watch);
     if (made.ok())
         made = check_pdf(result);
     if (made.ok())

@@ -45,11 +45,14 @@ void set_margins(PsPrinter& sheet, const Sides& units) {
 }
 
 Sides sheet_margins(const PsPrinter& sheet) {
-    const QMarginsF inches = sheet.pageLayout().margins(QPageLayout::Inch);
-    return {.top = std::round(inches.top() * units_an_inch),
-            .left = std::round(inches.left() * units_an_inch),
-            .bottom = std::round(inches.bottom() * units_an_inch),
-            .right = std::round(inches.right() * units_an_inch)};
+    // Asked for in inches they would be rounded to hundredths.
+    constexpr double points_an_inch = 72;
+    const QMarginsF units =
+        sheet.pageLayout().margins(QPageLayout::Point) * units_an_inch / points_an_inch;
+    return {.top = std::round(units.top()),
+            .left = std::round(units.left()),
+            .bottom = std::round(units.bottom()),
+            .right = std::round(units.right())};
 }
 
 /// Sheet margins that, counted again about the text as the library does, come to @p wanted.

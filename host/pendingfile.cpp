@@ -42,6 +42,18 @@ QByteArray directory_of(const QByteArray& path) {
     return slash == 0 ? QByteArray("/") : path.left(slash);
 }
 
+bool make_directory_of(const QByteArray& path) {
+    const qsizetype slash = path.lastIndexOf('/');
+    if (slash <= 0)
+        return true;
+    for (qsizetype at = path.indexOf('/', 1); at >= 0 && at <= slash;
+         at = path.indexOf('/', at + 1)) {
+        if (::mkdir(path.left(at).constData(), 0777) != 0 && errno != EEXIST)
+            return false;
+    }
+    return true;
+}
+
 bool same_file(const QByteArray& a, const QByteArray& b) {
     struct stat first {};
     struct stat second {};

@@ -67,6 +67,9 @@ QByteArray absolute_path(const QByteArray& path);
 /// @p path less its last name: "." where it has no directory.
 QByteArray directory_of(const QByteArray& path);
 
+/// Makes the directory of @p path, and those above it: false, with errno, on failure.
+bool make_directory_of(const QByteArray& path);
+
 /// Whether both names lead to the same file.
 bool same_file(const QByteArray& a, const QByteArray& b);
 

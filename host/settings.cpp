@@ -45,18 +45,6 @@ std::optional<QByteArray> environment_value(const QByteArray& key) {
     return QByteArray(value);
 }
 
-bool make_directory_of(const QByteArray& path) {
-    const qsizetype slash = path.lastIndexOf('/');
-    if (slash <= 0)
-        return true;
-    for (qsizetype at = path.indexOf('/', 1); at >= 0 && at <= slash;
-         at = path.indexOf('/', at + 1)) {
-        if (::mkdir(path.left(at).constData(), 0777) != 0 && errno != EEXIST)
-            return false;
-    }
-    return true;
-}
-
 } // namespace
 
 Settings::Settings(QByteArray directory)

@@ -32,6 +32,7 @@ struct ViewerActions {
     QAction* save_report;
     QAction* export_pdf;
     QAction* print_page;
+    QAction* print_report;
     QAction* quit;
     QAction* copy;
     QAction* copy_report;

@@ -2,6 +2,7 @@
 
 #include "host/command.h"
 #include "host/pdfjob.h"
+#include "host/printjob.h"
 #include "host/report.h"
 #include "host/textjob.h"
 #include "host/viewer/clipboardjob.h"
@@ -140,6 +141,19 @@ void ViewerWindow::print_page() {
     if (!manager.last_job_ok())
         tell(tr("The page was not printed."),
              Outcome::failure(QFile::encodeName(manager.last_job_error())));
+    view_->take_keyboard();
+}
+
+void ViewerWindow::print_report() {
+    bool chosen = true;
+    run_job(
+        tr("Printing the report"), tr("The report was not printed."),
+        [this, &chosen](JobWatch& watch) {
+            return print_as_chosen(view_->path(), this, watch, chosen);
+        },
+        tr("The report is printed"));
+    if (!chosen)
+        statusBar()->clearMessage();
     view_->take_keyboard();
 }
 

@@ -101,6 +101,7 @@ void ViewerWindow::connect_actions() {
             ask_name(tr("Export PDF"), QString(), QStringLiteral("pdf"), tr("PDF files (*.pdf)")));
     });
     on(actions_.print_page, [this] { print_page(); });
+    on(actions_.print_report, [this] { print_report(); });
     on(actions_.quit, [this] { close(); });
     on(actions_.copy, [this] { view_->manager().save_to_clipboard(); });
     on(actions_.copy_report, [this] { copy_report(); });
@@ -232,9 +233,10 @@ void ViewerWindow::tell(const QString& what, const Outcome& outcome) {
 void ViewerWindow::update_all() {
     const int page = view_ ? view_->page() : 0;
     const int pages = view_ ? view_->pages() : 0;
-    for (QAction* action : {actions_.reload, actions_.save_page, actions_.save_report,
-                            actions_.export_pdf, actions_.print_page, actions_.copy_report,
-                            actions_.find, actions_.fit, actions_.colours, actions_.go_to})
+    for (QAction* action :
+         {actions_.reload, actions_.save_page, actions_.save_report, actions_.export_pdf,
+          actions_.print_page, actions_.print_report, actions_.copy_report, actions_.find,
+          actions_.fit, actions_.colours, actions_.go_to})
         action->setEnabled(view_);
     page_box_->setEnabled(view_);
     zoom_box_->setEnabled(view_);

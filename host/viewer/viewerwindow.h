@@ -78,6 +78,7 @@ private:
     void ask_open();
     void change_colours();
     void print_page();
+    void print_report();
     void show_help();
 
     /// Asks for a file name to save under; empty for none.

@@ -15,7 +15,7 @@ QString page(const QByteArray& name) {
 
 QSet<QString> options_of(const QString& text) {
     QSet<QString> options;
-    const QRegularExpression option(QStringLiteral("--([a-z]+)"));
+    const QRegularExpression option(QStringLiteral("--([a-z][a-z-]*)"));
     for (auto match = option.globalMatch(text); match.hasNext();)
         options << match.next().captured(1);
     return options;

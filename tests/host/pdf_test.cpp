@@ -184,8 +184,7 @@ TEST_F(Pdf, AMachineWithoutFontsIsTold) {
     environment_.insert(QStringLiteral("FONTCONFIG_FILE"), path(QStringLiteral("fonts.conf")));
     write(in, small_report);
     write(out, "earlier");
-    expect_failure(pdf(in),
-                   "cannot write the PostScript: no font can be loaded for \"Courier New\"");
+    expect_failure(pdf(in), "no font can be loaded for \"Courier New\"");
     EXPECT_EQ(read(out), "earlier");
     EXPECT_EQ(scratch(), QStringList());
 }
@@ -201,10 +200,10 @@ TEST_F(Pdf, AFailingToolLeavesTheEarlierFile) {
              Case{"echo; echo 'Error: no paper'; exit 3",
                   "ps2pdf failed with status 3: Error: no paper"},
              Case{"echo half > \"$2\"; kill -KILL $$", "ps2pdf was ended by signal 9"},
-             Case{": > \"$2\"", "ps2pdf made no PDF"},
-             Case{"exit 0", "ps2pdf made no PDF"},
+             Case{": > \"$2\"", "ps2pdf made no whole file"},
+             Case{"exit 0", "ps2pdf made no whole file"},
              Case{"echo nonsense > \"$2\"", "ps2pdf made a file that is no whole PDF"},
-             Case{"echo %PDF-1.4 > \"$2\"", "ps2pdf made a file that is no whole PDF"},
+             Case{"echo %PDF-1.4 > \"$2\"", "ps2pdf made no whole file"},
          }) {
         stub_ps2pdf(c.script);
         expect_failure(pdf(in), c.line);
@@ -215,14 +214,18 @@ TEST_F(Pdf, AFailingToolLeavesTheEarlierFile) {
 }
 
 TEST_F(Pdf, TheToolGetsPlainNamesWhateverTheUsersAre) {
-    stub_ps2pdf("echo \"$#:$1:$2\" > \"" + QFile::encodeName(path(QStringLiteral("said"))) +
+    stub_ps2pdf("echo \"$#:${1#\"$TMPDIR/\"}:${2#\"$TMPDIR/\"}\" > \"" +
+                QFile::encodeName(path(QStringLiteral("said"))) +
                 "\"; printf '%%PDF-1.4\\n%%%%EOF\\n' > \"$2\"");
     const QString odd = QStringLiteral("-a %d 'b' \"c\" $(touch x)");
     write(odd, small_report);
     const Ended result =
         run({QStringLiteral("pdf"), QStringLiteral("--"), odd, odd + QStringLiteral(".pdf")});
     EXPECT_EQ(result.error, "");
-    EXPECT_EQ(read(QStringLiteral("said")), "2:report.ps:report.pdf\n");
+    EXPECT_TRUE(QRegularExpression(QStringLiteral("^2:printman-\\w+/report\\.ps:"
+                                                  "printman-\\w+/kv\\d+\\.pdf\n$"))
+                    .match(QString::fromLatin1(read(QStringLiteral("said"))))
+                    .hasMatch());
     EXPECT_EQ(read(odd + QStringLiteral(".pdf")), "%PDF-1.4\n%%EOF\n");
     EXPECT_FALSE(exists(QStringLiteral("x")));
 }

@@ -98,8 +98,8 @@ QStringList ProgramTest::scratch() const {
     return all_in(scratch_.path());
 }
 
-void ProgramTest::stub_ps2pdf(const QByteArray& script) {
-    const QString name = tools_.filePath(QStringLiteral("ps2pdf"));
+void ProgramTest::stub(const char* tool, const QByteArray& script) {
+    const QString name = tools_.filePath(QString::fromLatin1(tool));
     QFile file(name);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     file.write("#!/bin/sh\n" + script + '\n');

@@ -53,8 +53,9 @@ protected:
     /// Everything that is left in the directory for scratch files.
     QStringList scratch() const;
 
-    /// Makes a shell script the only ps2pdf that the program finds.
-    void stub_ps2pdf(const QByteArray& script);
+    /// Makes a shell script the only tool of that name that the program finds.
+    void stub(const char* tool, const QByteArray& script);
+    void stub_ps2pdf(const QByteArray& script) { stub("ps2pdf", script); }
 
     /// That the run failed with status 1 and exactly this line on standard error.
     static void expect_failure(const Ended& run, const QByteArray& line);

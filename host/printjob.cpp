@@ -1,0 +1,98 @@
+#include "host/printjob.h"
+
+#include "host/joberror.h"
+#include "host/jobreport.h"
+#include "host/pendingfile.h"
+#include "host/settings.h"
+#include "host/workplace.h"
+
+#include <printman/core/printman.h>
+#include <printman/printer/paths.h>
+
+#include <QFile>
+
+namespace host {
+
+namespace {
+
+constexpr int by_setup_file = 0; // modes of a job
+constexpr int as_chosen = 1;
+
+/// Opens the report in a manager that is to print it.
+Outcome prepare(CPrintMan& manager, const JobReport& input, const QByteArray& report,
+                JobWatch& watch) {
+    manager.document_title = title_of(report);
+    watch_job(manager, watch);
+    return input.open(manager);
+}
+
+int no_page_map() {
+    return host_settings().turns_page_map_off() ? 1 : 0;
+}
+
+} // namespace
+
+Outcome print_report(const QByteArray& report, const PrintSetup& setup, JobWatch& watch) {
+    const JobReport input(report);
+    CPrintMan manager;
+    Outcome ready = prepare(manager, input, report, watch);
+    if (!ready.ok())
+        return ready;
+    WorkPlace place;
+    ready = place.enter();
+    if (!ready.ok())
+        return ready;
+    const HeldErrors errors;
+    const int done = manager.print_rpt_page(nullptr, setup.printer.constData(), setup.copies,
+                                            setup.collate, by_setup_file, no_page_map());
+    return job_outcome(manager, done == 1, errors);
+}
+
+Outcome serve_report(const QByteArray& report, const QByteArray& out, const PrintSetup& setup,
+                     JobWatch& watch) {
+    const JobReport input(report);
+    CPrintMan manager;
+    Outcome ready = prepare(manager, input, report, watch);
+    if (!ready.ok())
+        return ready;
+    PendingFile pending;
+    if (!pending.open(absolute_path(out), out))
+        return Outcome::failure(pending.error());
+    WorkPlace place;
+    ready = place.enter();
+    if (!ready.ok())
+        return ready;
+    // The library removes the setup file of a server job. Where there is none it finds no printer.
+    const QString printers = get_prtbin_path();
+    const QString copy = place.file(QStringLiteral("setup.bin"));
+    QFile original(printers);
+    if (original.exists() && !original.copy(copy))
+        return Outcome::failure(
+            QFile::encodeName(printers + QStringLiteral(": ") + original.errorString()));
+    const QString result = place.file(QStringLiteral("report.ps"));
+    const HeldErrors errors;
+    const int done =
+        manager.print_serverrpt_page(setup.printer.constData(), setup.copies, setup.collate,
+                                     no_page_map(), result, copy, QString(), QString());
+    Outcome printed = job_outcome(manager, done == 1, errors);
+    if (printed.ok())
+        printed = pending.take_over(result);
+    if (!printed.ok())
+        return printed;
+    return pending.commit() ? Outcome::success() : Outcome::failure(pending.error());
+}
+
+Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& watch, bool& chosen) {
+    const JobReport input(report);
+    CPrintMan manager;
+    Outcome ready = prepare(manager, input, report, watch);
+    if (!ready.ok())
+        return ready;
+    // The user may name an output file, from the directory that he is in.
+    const HeldErrors errors;
+    const int done = manager.print_rpt_page(parent, nullptr, 1, 1, as_chosen, no_page_map());
+    chosen = done == 1 || !manager.last_job_ok();
+    return job_outcome(manager, done == 1 || !chosen, errors);
+}
+
+} // namespace host
