@@ -252,8 +252,9 @@ TEST_F(ViewerJobs, AReportThatCannotBePrintedIsToldOnce) {
     open();
     answer_print(QStringLiteral("/dev/full"));
     action("print_report").trigger();
-    ASSERT_EQ(boxes_.texts.size(), 1);
-    EXPECT_TRUE(boxes_.texts.first().startsWith(QStringLiteral("The report was not printed.\n\n")));
+    // The dialog asks first whether the file may be overwritten.
+    ASSERT_EQ(boxes_.texts.size(), 2);
+    EXPECT_TRUE(boxes_.texts.last().startsWith(QStringLiteral("The report was not printed.\n\n")));
 }
 
 TEST_F(ViewerJobs, ThePrintOfALongReportCanBeCanceled) {

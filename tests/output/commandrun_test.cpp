@@ -2,6 +2,8 @@
 
 #include <printman/output/commandrun.h>
 
+#include <QElapsedTimer>
+#include <QFile>
 #include <QTemporaryDir>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -143,4 +145,26 @@ TEST(TellFailure, writesOneLineThatTellsTheTerminalNothing) {
     testing::internal::CaptureStderr();
     tell_failure(QStringLiteral("a\nb\x1b[2Jc\td"));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "printman: a b?[2Jc d\n");
+}
+
+TEST(CommandRun, endsWithAllThatItStartedWhenItsCallerHasEnough) {
+    const QTemporaryDir scratch;
+    const QByteArray mark = QFile::encodeName(scratch.filePath(QStringLiteral("mark")));
+    int asked = 0;
+    QElapsedTimer clock;
+    clock.start();
+    const CommandEnd end =
+        run_command("sleep 100 & echo $! >" + mark + "; wait", [&asked] { return ++asked < 3; });
+    EXPECT_TRUE(end.is_stopped);
+    EXPECT_FALSE(end.ok());
+    EXPECT_EQ(asked, 3);
+    EXPECT_LT(clock.elapsed(), 30000);
+    QFile file(QFile::decodeName(mark));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    QFile status(QStringLiteral("/proc/%1/stat").arg(file.readAll().trimmed().toInt()));
+    EXPECT_TRUE(!status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z "));
+}
+
+TEST(CommandRun, goesOnAsLongAsItsCallerSaysSo) {
+    EXPECT_EQ(run_command("sleep 0.2; exit 7", [] { return true; }).status, 7);
 }
