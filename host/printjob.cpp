@@ -22,6 +22,7 @@ constexpr int as_chosen = 1;
 Outcome prepare(CPrintMan& manager, const JobReport& input, const QByteArray& report,
                 JobWatch& watch) {
     manager.document_title = title_of(report);
+    manager.text_once = true;
     watch_job(manager, watch);
     return input.open(manager);
 }

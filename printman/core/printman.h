@@ -382,6 +382,11 @@ public:
     /// sets it. Their creator is the application, by its name and version.
     QString document_title;
 
+    /// Whether a printer that gets plain text gets each page once, as write_rpt_text() saves them.
+    /// Else it gets what save_rpt_file() saves: every page as often as the report was indexed. The
+    /// host sets it.
+    bool text_once = false;
+
     /// The printer that print_rpt_pdffile() takes font and sheet from, and the setup file that has
     /// it. The host sets both.
     QString report_printer_id;

@@ -33,21 +33,42 @@ bool CPrintMan::Private::has_printer() {
     return printer != nullptr;
 }
 
+/// What is asked while a job waits, with so many of the report's pages done.
+std::function<bool()> CPrintMan::Private::goes_on(int pages_done) {
+    if (!progress)
+        return {};
+    return [this, pages_done, pages = report.page_count()] {
+        canceled = canceled || !progress(pages_done, pages);
+        return !canceled;
+    };
+}
+
 PdfPipeline CPrintMan::Private::pipeline(const CPrintMan& door) {
-    std::function<bool()> goes_on;
-    if (progress)
-        goes_on = [this, pages = report.page_count()] {
-            canceled = canceled || !progress(pages, pages);
-            return !canceled;
-        };
     return {*printer, tmp_names, has_watermark ? &watermark : nullptr, door.form_file,
-            std::move(goes_on)};
+            goes_on(report.page_count())};
+}
+
+/// Runs an operation of the pipeline that the host asks for by itself.
+int CPrintMan::Private::run_pipeline(const CPrintMan& door,
+                                     const std::function<QString(PdfPipeline&)>& operation) {
+    const JobTurn turn;
+    if (!turn.is_first())
+        return note(busy_printing());
+    if (!has_printer())
+        return 0;
+    canceled = false;
+    PdfPipeline steps = pipeline(door);
+    return note(operation(steps));
+}
+
+bool CPrintMan::Private::is_printing() const {
+    const QPrinter::PrinterState state = printer->printerState();
+    return state == QPrinter::Active || state == QPrinter::Aborted;
 }
 
 /// Says what the printer's next document is called and who made it.
 void CPrintMan::Private::name_document(const CPrintMan& door) {
-    const QPrinter::PrinterState state = printer->printerState();
-    if (state == QPrinter::Active || state == QPrinter::Aborted)
+    if (is_printing())
         return;
     printer->setDocName(door.document_title);
     printer->setCreator(
@@ -63,11 +84,16 @@ ReportJob CPrintMan::Private::print_job(CPrintMan& door) {
                       .names = tmp_names,
                       .pipeline = pipeline(door),
                       .progress = progress,
+                      .goes_on = goes_on(0),
                       .pdf_mode = door.pdf_mode,
                       .output = job_output,
                       .is_canceled = canceled,
                       .save_text = [this, &door](QWidget* parent, const QString& file) {
-                          door.save_rpt_file(parent, QFile::encodeName(file).constData());
+                          const QByteArray name = QFile::encodeName(file);
+                          if (door.text_once)
+                              door.write_rpt_text(name.constData());
+                          else
+                              door.save_rpt_file(parent, name.constData());
                           return job_error;
                       }});
 }
@@ -85,6 +111,8 @@ int CPrintMan::Private::note(const JobEnd& end) {
 QPainter* CPrintMan::Private::start(CPrintMan& door, const PainterSetup& setup) {
     if (!has_printer())
         return nullptr;
+    if (!is_printing())
+        canceled = false;
     QString why;
     auto painter = print_job(door).start(setup, why);
     note(why);
@@ -146,15 +174,16 @@ int CPrintMan::print_serverrpt_page(const char* printer_id, int copies, int coll
 }
 
 int CPrintMan::create_pdffile() {
-    return d->has_printer() && d->note(d->pipeline(*this).create(result_pdf_file));
+    return d->run_pipeline(*this,
+                           [this](PdfPipeline& steps) { return steps.create(result_pdf_file); });
 }
 
 int CPrintMan::print_pdf_file() {
-    return d->has_printer() && d->note(d->pipeline(*this).print());
+    return d->run_pipeline(*this, [](PdfPipeline& steps) { return steps.print(); });
 }
 
 int CPrintMan::print_serverpdf_file() {
-    return d->has_printer() && d->note(d->pipeline(*this).serve(d->server_ps));
+    return d->run_pipeline(*this, [this](PdfPipeline& steps) { return steps.serve(d->server_ps); });
 }
 
 int CPrintMan::save_rpt_pdffile(QWidget* parent) {
@@ -181,5 +210,5 @@ void CPrintMan::set_watermark_info(const char* text, const char* family, int poi
 }
 
 int CPrintMan::generate_watermark() {
-    return d->has_printer() && d->note(d->pipeline(*this).make_watermark());
+    return d->run_pipeline(*this, [](PdfPipeline& steps) { return steps.make_watermark(); });
 }

@@ -63,7 +63,11 @@ public:
     bool show_loaded_page(bool is_another);
     QString append_pages(CPrintMan& door, QString& html);
     printman::LoadedReport loaded_report() { return {report, fields, rows}; }
+    std::function<bool()> goes_on(int pages_done);
     printman::PdfPipeline pipeline(const CPrintMan& door);
+    int run_pipeline(const CPrintMan& door,
+                     const std::function<QString(printman::PdfPipeline&)>& operation);
+    bool is_printing() const;
     void name_document(const CPrintMan& door);
     printman::ReportJob print_job(CPrintMan& door);
     QPainter* start(CPrintMan& door, const printman::PainterSetup& setup);

@@ -152,6 +152,10 @@ QString one_line(const QString& text) {
     return line;
 }
 
+QString canceled() {
+    return QStringLiteral("canceled");
+}
+
 void tell_failure(const QString& why) {
     DLWErrorWin(("printman: " + QFile::encodeName(one_line(why))).constData());
 }

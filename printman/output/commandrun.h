@@ -26,9 +26,8 @@ struct CommandEnd {
 /// this process.
 ///
 /// @param goes_on asked some twenty times a second: when it answers false the command is killed,
-/// and
-///                all that it has started. The command then has a process group of its own: what
-///                comes from the terminal reaches this process alone. May be empty.
+///                and all that it has started. The command then has a process group of its own:
+///                what comes from the terminal reaches this process alone. May be empty.
 CommandEnd run_command(const QByteArray& command, const std::function<bool()>& goes_on = {});
 
 /// Why @p command failed, in one line.
@@ -39,6 +38,9 @@ QString missing_tool(const QByteArray& command);
 
 /// @p text with blanks and question marks for what would end its line or change the terminal.
 QString one_line(const QString& text);
+
+/// What is answered by an operation that its caller has stopped.
+QString canceled();
 
 /// Writes "printman: " and @p why to standard error.
 void tell_failure(const QString& why);

@@ -1,3 +1,4 @@
+#include <printman/output/commandrun.h>
 #include <printman/output/joblock.h>
 #include <printman/output/tmpnames.h>
 
@@ -16,10 +17,39 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds poll_interval(20);
+constexpr std::chrono::milliseconds poll_interval(50);
 constexpr mode_t lock_file_mode = 0644;
 
 enum class Found { locked, busy, vanished, unusable };
+
+/// How long a lock is waited for.
+class Wait {
+public:
+    Wait(JobLock::Patience patience, const JobLock::GoesOn& goes_on)
+        : deadline_(Clock::now() + patience), goes_on_(goes_on) {}
+
+    /// Waits a moment.
+    ///
+    /// @return whether to try again
+    bool once_more() {
+        if (Clock::now() >= deadline_)
+            return false;
+        is_stopped_ = goes_on_ && !goes_on_();
+        if (!is_stopped_)
+            std::this_thread::sleep_for(poll_interval);
+        return !is_stopped_;
+    }
+
+    /// Why @p what was not to be had.
+    QString describe_end(const QString& what) const {
+        return is_stopped_ ? canceled() : what + QStringLiteral(": is in use by another print job");
+    }
+
+private:
+    Clock::time_point deadline_;
+    const JobLock::GoesOn& goes_on_;
+    bool is_stopped_ = false;
+};
 
 int jobs_under_way = 0;
 
@@ -91,20 +121,14 @@ Found try_lock_file(const char* path, int& fd) {
 }
 
 /// @return the descriptor, -1 when it was not to be had in time or, at once, when @p unusable
-int wait_for_lock_file(const QByteArray& path, Clock::time_point deadline, bool& unusable) {
-    unusable = false;
+int wait_for_lock_file(const QByteArray& path, Wait& wait, bool& unusable) {
     for (;;) {
         int fd = -1;
         const Found found = try_lock_file(path.constData(), fd);
         unusable = found == Found::unusable;
-        if (found == Found::locked || unusable || Clock::now() >= deadline)
+        if (found == Found::locked || unusable || !wait.once_more())
             return fd;
-        std::this_thread::sleep_for(poll_interval);
     }
-}
-
-QString in_use(const QString& what) {
-    return what + QStringLiteral(": is in use by another print job");
 }
 
 } // namespace
@@ -119,49 +143,47 @@ void JobLock::release() {
     fd_ = -1;
 }
 
-QString JobLock::take_file(const QByteArray& path, Patience patience) {
+QString JobLock::take_file(const QByteArray& path, Patience patience, const GoesOn& goes_on) {
     release();
-    const Clock::time_point deadline = Clock::now() + patience;
+    Wait wait(patience, goes_on);
     bool unusable = false;
     QByteArray name = path;
-    fd_ = wait_for_lock_file(name, deadline, unusable);
+    fd_ = wait_for_lock_file(name, wait, unusable);
     if (unusable) {
         name += '.' + QByteArray::number(::geteuid());
-        fd_ = wait_for_lock_file(name, deadline, unusable);
+        fd_ = wait_for_lock_file(name, wait, unusable);
     }
     if (fd_ >= 0)
         return {};
-    return unusable ? QFile::decodeName(name) + QStringLiteral(": cannot be locked")
-                    : in_use(QFile::decodeName(name));
+    const QString what = QFile::decodeName(name);
+    return unusable ? what + QStringLiteral(": cannot be locked") : wait.describe_end(what);
 }
 
-QString JobLock::take_current_directory(Patience patience) {
+QString JobLock::take_current_directory(Patience patience, const GoesOn& goes_on) {
     release();
     fd_ = ::open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    const Clock::time_point deadline = Clock::now() + patience;
+    Wait wait(patience, goes_on);
     while (fd_ >= 0) {
         const Found found = try_lock(fd_);
         if (found == Found::locked)
             break;
         if (found == Found::unusable)
             release();
-        if (found == Found::busy && Clock::now() >= deadline) {
+        if (found == Found::busy && !wait.once_more()) {
             release();
-            return in_use(QStringLiteral("the current directory"));
+            return wait.describe_end(QStringLiteral("the current directory"));
         }
-        if (found == Found::busy)
-            std::this_thread::sleep_for(poll_interval);
     }
     return {};
 }
 
-QString TmpNames::take() {
+QString TmpNames::take(const JobLock::GoesOn& goes_on) {
     if (lock_)
         return {};
     std::shared_ptr<JobLock> lock = shared_lock().lock();
     if (!lock) {
         lock = std::make_shared<JobLock>();
-        QString why = lock->take_file(tmp_lock_file);
+        QString why = lock->take_file(tmp_lock_file, JobLock::usual_patience, goes_on);
         if (!why.isEmpty())
             return why;
         shared_lock() = lock;
@@ -174,6 +196,10 @@ JobTurn::JobTurn() : is_first_(jobs_under_way++ == 0) {}
 
 JobTurn::~JobTurn() {
     --jobs_under_way;
+}
+
+QString busy_printing() {
+    return QStringLiteral("another report is being printed");
 }
 
 } // namespace printman

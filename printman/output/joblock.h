@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 
 namespace printman {
@@ -14,6 +15,9 @@ class JobLock {
 public:
     using Patience = std::chrono::milliseconds;
     static constexpr Patience usual_patience = std::chrono::minutes(3);
+
+    /// Asked some twenty times a second while another process has the lock: false ends the wait.
+    using GoesOn = std::function<bool()>;
 
     JobLock() = default;
     ~JobLock();
@@ -26,13 +30,14 @@ public:
     /// file each, named @p path and the user's number: their processes still take turns.
     ///
     /// @return empty, or why it was not to be had in time
-    QString take_file(const QByteArray& path, Patience patience = usual_patience);
+    QString take_file(const QByteArray& path, Patience patience = usual_patience,
+                      const GoesOn& goes_on = {});
 
     /// Takes the lock of the current directory. One that cannot be locked, on a file system without
     /// locks say, is none to wait for.
     ///
     /// @return empty, or why it was not to be had in time
-    QString take_current_directory(Patience patience = usual_patience);
+    QString take_current_directory(Patience patience = usual_patience, const GoesOn& goes_on = {});
 
     void release();
 
@@ -47,7 +52,7 @@ public:
     /// Does nothing when this one holds it already.
     ///
     /// @return empty, or why it was not to be had in time
-    QString take();
+    QString take(const JobLock::GoesOn& goes_on = {});
 
     void release() { lock_.reset(); }
     bool is_held() const { return lock_ != nullptr; }
@@ -83,5 +88,8 @@ public:
 private:
     bool is_first_;
 };
+
+/// What a job answers whose turn it is not.
+QString busy_printing();
 
 } // namespace printman

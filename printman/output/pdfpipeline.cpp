@@ -22,7 +22,7 @@ QString name_of(const char16_t* name) {
 
 /// Tells what is in the way before any step could tell it.
 QString told(const QString& why) {
-    if (!why.isEmpty())
+    if (!why.isEmpty() && why != canceled())
         tell_failure(why);
     return one_line(why);
 }
@@ -37,7 +37,7 @@ WatermarkPlace PdfPipeline::place() const {
 
 /// Takes the fixed names and sees that nothing of someone else's stands there.
 QString PdfPipeline::take_names() {
-    QString why = names_.take();
+    QString why = names_.take(goes_on_);
     for (const char16_t* name :
          {tmp_ps, tmp_pdf, tmp_over, tmp_result, tmp_watermark_ps, tmp_watermark})
         if (why.isEmpty())
@@ -64,7 +64,7 @@ QString PdfPipeline::create(QString& result) {
     if (!QFile::exists(files.ps))
         return files.ps + QStringLiteral(": there is no such file");
     ScratchSet made;
-    const QString why = made.create({{"cp", 0666}});
+    const QString why = made.create({{"cp", 0666}}, goes_on_);
     if (!why.isEmpty()) {
         remove_own(files.ps);
         return told(why);
@@ -99,7 +99,7 @@ QString PdfPipeline::serve(const QString& ps) {
     if (!refused.isEmpty())
         return told(refused);
     ScratchSet made;
-    const QString why = made.create({{"kv", 0600}, {"kvo", 0600}, {"kvo2", 0600}});
+    const QString why = made.create({{"kv", 0600}, {"kvo", 0600}, {"kvo2", 0600}}, goes_on_);
     if (!why.isEmpty())
         return told(why);
     QString failure = run(PdfPurpose::serve,

@@ -74,7 +74,7 @@ std::unique_ptr<QPainter> ReportJob::start(const PainterSetup& setup, QString& w
     why = refusal(true);
     const bool to_scratch = !setup.file && tools_.pdf_mode;
     if (why.isEmpty() && to_scratch)
-        why = tools_.names.take();
+        why = tools_.names.take(tools_.goes_on);
     if (!why.isEmpty())
         return nullptr;
     set_output(to_scratch ? name_of(tmp_ps) : setup.file ? *setup.file : QString(), to_scratch);
@@ -99,12 +99,11 @@ QString ReportJob::paint(QPainter& painter, QPagedPaintDevice& device, const Pag
     report.is_aborted = [this] {
         return tools_.is_canceled || tools_.printer.printerState() == QPrinter::Aborted;
     };
-    if (pages.generic)
-        return paint_text(report, pages);
     if (pages.with_events)
         report.before_page = [] { QCoreApplication::processEvents(); };
     report.progress = tools_.progress;
-    QString why = report.paint_pages(pages.font, tools_.units, pages.printed);
+    QString why = pages.generic ? paint_text(report, pages)
+                                : report.paint_pages(pages.font, tools_.units, pages.printed);
     tools_.is_canceled = tools_.is_canceled || report.is_stopped;
     return why;
 }
@@ -115,7 +114,7 @@ QString ReportJob::paint_text(ReportPainter& report, const Pages& pages) {
         return QStringLiteral("the current directory is no longer there");
     // The name is the same for all jobs in this directory.
     JobLock lock;
-    QString why = lock.take_current_directory();
+    QString why = lock.take_current_directory(JobLock::usual_patience, tools_.goes_on);
     if (!why.isEmpty())
         return why;
     const QByteArray name = QFile::encodeName(pages.text_file);
@@ -124,7 +123,9 @@ QString ReportJob::paint_text(ReportPainter& report, const Pages& pages) {
         return why;
     ::close(fd);
     why = tools_.save_text(pages.parent, pages.text_file);
-    const int lines = tools_.source.report.geometry().lines;
+    const ReportBuffer& source = tools_.source.report;
+    const int lines = source.geometry().lines;
+    report.text_pages = pages.printed.pages_of(source.page_count());
     for (int copy = 0; copy < pages.printed.copies && why.isEmpty(); ++copy)
         why = report.paint_text(name.constData(), lines);
     remove_own(pages.text_file);
@@ -148,7 +149,7 @@ JobEnd ReportJob::print(QWidget* parent, const char* printer_id, PrintedCopies p
                         bool must_ask) {
     const JobTurn turn;
     if (!turn.is_first())
-        return ended(QStringLiteral("another report is being printed"));
+        return ended(busy_printing());
     tools_.is_canceled = false;
     if (must_ask || !printer_id || !*printer_id)
         return print_as_chosen(parent, printed);
@@ -304,7 +305,7 @@ QString ReportJob::serve_record(const PrinterRecord& record, PrintedCopies print
 
 /// Paints all pages, at the font's own size, to the fixed PostScript name; the sheet is set up.
 QString ReportJob::paint_to_file(const QFont& font) {
-    QString why = tools_.names.take();
+    QString why = tools_.names.take(tools_.goes_on);
     if (!why.isEmpty())
         return why;
     PsPrinter& printer = tools_.printer;
@@ -320,9 +321,9 @@ QString ReportJob::paint_to_file(const QFont& font) {
 
 JobEnd ReportJob::save_pdf(QWidget* parent, const QString& file) {
     const JobTurn turn;
-    tools_.is_canceled = false;
-    QString why =
-        turn.is_first() ? refusal(false) : QStringLiteral("another report is being printed");
+    QString why = turn.is_first() ? refusal(false) : busy_printing();
+    if (turn.is_first())
+        tools_.is_canceled = false;
     if (why.isEmpty() && file.isEmpty())
         why = QStringLiteral("the path of the PDF is too long");
     if (why.isEmpty() && !can_ask())
@@ -342,9 +343,9 @@ JobEnd ReportJob::save_pdf(QWidget* parent, const QString& file) {
 JobEnd ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QString& setup_file,
                            QString& result) {
     const JobTurn turn;
-    tools_.is_canceled = false;
-    QString why =
-        turn.is_first() ? refusal(false) : QStringLiteral("another report is being printed");
+    QString why = turn.is_first() ? refusal(false) : busy_printing();
+    if (turn.is_first())
+        tools_.is_canceled = false;
     PsPrinter& printer = tools_.printer;
     if (why.isEmpty()) {
         printer.setCopyCount(1);

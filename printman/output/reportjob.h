@@ -22,8 +22,9 @@ struct JobTools {
     TmpNames& names;
     PdfPipeline pipeline;
     const PrintmanProgress& progress;
-    bool& pdf_mode;    ///< whether a printed job goes through the PDF pipeline
-    QString& output;   ///< the output file that a job gave the printer last
+    std::function<bool()> goes_on; ///< asked while the job waits; may be empty
+    bool& pdf_mode;                ///< whether a printed job goes through the PDF pipeline
+    QString& output;               ///< the output file that a job gave the printer last
     bool& is_canceled; ///< set from outside while a job runs, or by its progress function
 
     /// Saves the report as plain text, with a warning on the widget: empty, or why it failed.

@@ -1,3 +1,4 @@
+#include <printman/output/commandrun.h>
 #include <printman/output/jobprinter.h>
 #include <printman/output/reportpainter.h>
 #include <printman/render/itempainter.h>
@@ -22,10 +23,6 @@ namespace {
 
 constexpr size_t line_buffer = 512;
 constexpr int most_lines = 1 << 16; // on a page without end
-
-QString canceled() {
-    return QStringLiteral("canceled");
-}
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -57,6 +54,10 @@ QString drawn_line(const char* line) {
 }
 
 } // namespace
+
+int PrintedCopies::pages_of(int pages) const {
+    return static_cast<int>(std::min<qint64>(qint64{pages} * std::max(0, copies), INT_MAX));
+}
 
 ReportPainter::ReportPainter(LoadedReport source, QPagedPaintDevice& device, QPainter& painter)
     : source_(source), device_(device), painter_(painter) {}
@@ -91,6 +92,11 @@ QString ReportPainter::paint_page(int page, bool is_first) {
     if (!why.isEmpty())
         return why;
     ItemPainter(painter_, units_).draw_page(source_.rows.rows());
+    return tell_progress();
+}
+
+/// Tells that another page is done.
+QString ReportPainter::tell_progress() {
     if (done_ < INT_MAX)
         ++done_;
     is_stopped = progress && !progress(done_, total_);
@@ -107,8 +113,7 @@ QString ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCo
     painter_.setFont(font);
     units_.set(painter_, geometry.columns, geometry.lines, false, 0, 0);
     done_ = 0;
-    total_ =
-        static_cast<int>(std::min<qint64>(qint64{pages} * std::max(0, printed.copies), INT_MAX));
+    total_ = printed.pages_of(pages);
 
     const int rounds = printed.collate ? printed.copies : 1;
     const int times = printed.collate ? 1 : printed.copies;
@@ -132,6 +137,7 @@ QString ReportPainter::paint_text(const char* file, int page_lines) {
     const auto in = open_text(file);
     if (!in)
         return QStringLiteral("cannot open the text file");
+    total_ = std::max(done_, text_pages);
     const int line_height = painter_.fontMetrics().height();
     std::array<char, line_buffer> line{};
     int n = 0;
@@ -142,7 +148,11 @@ QString ReportPainter::paint_text(const char* file, int page_lines) {
         if (n != page_lines)
             continue;
         n = 0;
+        if (before_page)
+            before_page();
         QString why = next_page();
+        if (why.isEmpty() && done_ < total_)
+            why = tell_progress();
         if (!why.isEmpty())
             return why;
     }

@@ -27,6 +27,9 @@ struct LoadedReport {
 struct PrintedCopies {
     int copies = 1;
     bool collate = true; ///< the whole report again and again, not page by page
+
+    /// Pages that come out of so many of the report's.
+    int pages_of(int pages) const;
 };
 
 /// Paints a whole report on a device of pages. The last page is loaded afterwards.
@@ -43,6 +46,9 @@ public:
 
     /// Called after each printed page.
     PrintmanProgress progress;
+
+    /// Pages that paint_text() has to print in all, for the progress function.
+    int text_pages = 0;
 
     /// Set when the progress function has stopped the job.
     bool is_stopped = false;
@@ -63,6 +69,7 @@ public:
 private:
     QString paint_page(int page, bool is_first);
     QString next_page();
+    QString tell_progress();
     bool load(int page);
     bool aborted() const { return is_aborted && is_aborted(); }
 

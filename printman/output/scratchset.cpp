@@ -17,12 +17,12 @@ constexpr int most_attempts = 10;
 
 } // namespace
 
-QString ScratchSet::create(const std::vector<Part>& parts) {
+QString ScratchSet::create(const std::vector<Part>& parts, const std::function<bool()>& goes_on) {
     const QString directory = QDir::currentPath();
     if (directory.isEmpty() || !QDir::isAbsolutePath(directory))
         return QStringLiteral("the current directory is no longer there");
     JobLock lock;
-    QString busy = lock.take_current_directory();
+    QString busy = lock.take_current_directory(JobLock::usual_patience, goes_on);
     if (!busy.isEmpty())
         return busy;
     int error = EEXIST;

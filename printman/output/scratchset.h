@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include <functional>
 #include <sys/types.h>
 #include <vector>
 
@@ -18,8 +19,9 @@ public:
 
     /// Makes an empty file for each part, "<prefix><number>.pdf".
     ///
+    /// @param goes_on asked while another job names files there: false ends the wait; may be empty
     /// @return empty, or why not; no file is left then
-    QString create(const std::vector<Part>& parts);
+    QString create(const std::vector<Part>& parts, const std::function<bool()>& goes_on = {});
 
     /// The names, with the directory's.
     const QStringList& names() const { return names_; }

@@ -174,7 +174,7 @@ void StepRunner::run_tool(const PdfStep& step) {
     if (end.ok() && made)
         return;
     if (end.is_stopped)
-        note(QStringLiteral("canceled"));
+        note(canceled());
     else
         tell(end.ok()
                  ? u'\'' + QFile::decodeName(step.command) + QStringLiteral("' made no whole file")

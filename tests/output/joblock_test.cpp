@@ -73,6 +73,16 @@ TEST_F(LockFile, isWaitedForAndTakenWhenItsHolderDies) {
     EXPECT_EQ(lock_.take_file(name(), 50ms), QString());
 }
 
+TEST_F(LockFile, isWaitedForAsLongAsItsUserSaysSo) {
+    const pid_t other = holder();
+    int asked = 0;
+    EXPECT_EQ(lock_.take_file(name(), 1h, [&asked] { return ++asked < 3; }),
+              QStringLiteral("canceled"));
+    EXPECT_EQ(asked, 3);
+    end(other);
+    EXPECT_EQ(lock_.take_file(name(), 1h, [] { return false; }), QString());
+}
+
 TEST_F(LockFile, thatIsAnotherUsersIsTakenAsItIs) {
     scratch_.write("whatever", "lock");
     ASSERT_EQ(::chmod(name().constData(), 0444), 0);

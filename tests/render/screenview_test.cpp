@@ -3,6 +3,7 @@
 #include <printman/render/zoom.h>
 
 #include <QFontMetrics>
+#include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTest>
@@ -457,4 +458,16 @@ TEST_F(ScreenView, aManagerThatGoesFirstLeavesAHarmlessWidget) {
     QTest::mouseRelease(screen(), Qt::LeftButton, {}, QPoint(90, 60));
     QTest::keyClick(screen(), Qt::Key_F, Qt::ControlModifier);
     EXPECT_FALSE(screen()->grab().isNull());
+}
+
+TEST_F(ScreenView, aJobThatWasAbortedLeavesThePageBlank) {
+    show(three_pages);
+    std::unique_ptr<QPainter> job(manager_.create_generic_printer("nobody"));
+    manager_.printing_canceled();
+    manager_.show_rpt_page(1);
+    const bool painted = has_ink(0);
+    job.reset();
+    EXPECT_FALSE(painted);
+    manager_.show_rpt_page(1);
+    EXPECT_TRUE(has_ink(0));
 }

@@ -91,6 +91,34 @@ TEST_F(PrintJobs, aPrinterWhoseNameHoldsGenericGetsPlainText) {
     }
 }
 
+TEST_F(PrintJobs, aPrinterOfPlainTextGetsEachPageOnceWhereTheHostWantsThat) {
+    report(3);
+    manager_.text_once = true;
+    ASSERT_EQ(serve("plain", 2), 1) << error().toStdString();
+    EXPECT_EQ(page_words(out()), pages({1, 2, 3, 1, 2, 3}));
+    // The last page, too, is followed by a break.
+    EXPECT_TRUE(read(text("out.ps")).contains("%%Pages: 7\n"));
+}
+
+TEST_F(PrintJobs, ofPlainTextShowProgressAndCanBeStopped) {
+    report(3);
+    manager_.text_once = true;
+    QStringList seen;
+    int last = 100;
+    manager_.set_progress([&](int done, int total) {
+        seen << text("%1/%2").arg(done).arg(total);
+        return done < last;
+    });
+    ASSERT_EQ(manager_.print_rpt_page(nullptr, "plain", 2, 1, 0, 0), 1);
+    // First the text is made.
+    EXPECT_EQ(seen, text("1/3 2/3 3/3 1/6 2/6 3/6 4/6 5/6 6/6").split(u' '));
+    ASSERT_TRUE(QFile::remove(tools_.filePath(text("job"))));
+    last = 5;
+    EXPECT_EQ(manager_.print_rpt_page(nullptr, "plain", 2, 1, 0, 0), 0);
+    EXPECT_EQ(error(), text("canceled"));
+    EXPECT_EQ(files(), QStringList());
+}
+
 TEST_F(PrintJobs, aLocalJobGoesToTheSpoolerOfItsQueue) {
     report(2);
     ASSERT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 1) << error().toStdString();
@@ -210,12 +238,15 @@ TEST_F(PrintJobs, anotherJobThatIsStartedMeanwhileIsRefused) {
             [&] {
                 refused += other.print_rpt_page(nullptr, "laser", 1, 1, 0, 0) == 0;
                 refused += manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0) == 0;
+                refused += other.create_pdffile() + other.print_pdf_file() +
+                               other.print_serverpdf_file() + other.generate_watermark() ==
+                           0;
             },
             Qt::QueuedConnection);
         return true;
     });
     EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 1) << error().toStdString();
-    EXPECT_EQ(refused, 2);
+    EXPECT_EQ(refused, 3);
     EXPECT_EQ(other.last_job_error(), text("another report is being printed"));
     EXPECT_EQ(page_words(tools_.filePath(text("job"))), pages({1, 2}));
 }

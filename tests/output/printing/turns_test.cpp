@@ -69,6 +69,35 @@ TEST_F(Turns, aJobWaitsUntilAnotherProcessIsDone) {
     ::close(ends[1]);
 }
 
+TEST_F(Turns, aJobThatWaitsForAnotherProcessCanBeStopped) {
+    report(2);
+    stub_tools();
+    write_file(path(text("job.bin")),
+               QByteArray::fromStdString(setup_bytes({record("laser", "office")})));
+    manager_.pdf_mode = true;
+    manager_.set_watermark_info("DRAFT", "Liberation Sans", 40, 0, QColor(Qt::red), 0, 0, 0);
+    printman::JobLock names;
+    ASSERT_EQ(names.take_file(printman::tmp_lock_file), QString());
+    int last = 0;
+    manager_.set_progress([&last](int done, int) { return done < last; });
+    const auto stopped = [this](int result) {
+        EXPECT_EQ(result, 0);
+        EXPECT_EQ(error(), text("canceled"));
+    };
+    const std::string told = said([&] {
+        stopped(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0));
+        stopped(manager_.generate_watermark());
+        last = 2; // its pages are painted by then
+        stopped(manager_.print_serverrpt_page("laser", 1, 1, 0, path(text("o.ps")),
+                                              path(text("job.bin")), {}, {}));
+    });
+    EXPECT_EQ(told, "");
+    EXPECT_EQ(log(), QStringList());
+    names.release();
+    manager_.set_progress({});
+    EXPECT_EQ(manager_.generate_watermark(), 1) << error().toStdString();
+}
+
 TEST_F(Turns, theNamesAreFreeAgainAfterEveryJobWhateverItsEnd) {
     report(1);
     stub_tools();
