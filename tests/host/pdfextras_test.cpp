@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QRegularExpression>
 
+#include <csignal>
+
 namespace {
 
 QString text(const char* latin1) {
@@ -42,6 +44,13 @@ protected:
         return match.hasMatch()
                    ? QPointF(match.captured(1).toDouble(), match.captured(2).toDouble())
                    : QPointF(-1, -1);
+    }
+
+    /// Whether a job is past painting its pages.
+    bool is_painted() const {
+        const QStringList places = scratch();
+        return !places.isEmpty() &&
+               QFile::exists(scratch_.filePath(places.first() + text("/report.ps")));
     }
 
     const QString in = text("in.rpt");
@@ -128,6 +137,36 @@ TEST_F(PdfExtras, AMissingPdftkIsNamedWithItsPackage) {
         expect_failure(pdf(options),
                        "pdftk is not installed; the Debian package pdftk-java has it");
     EXPECT_EQ(read(out), "earlier");
+}
+
+TEST_F(PdfExtras, InterruptionWhileTheWatermarkIsMadeLeavesTheEarlierFileAndNothingElse) {
+    const QString started = text("started");
+    stub_ps2pdf("case \"$1\" in\n*watermark.ps) : >\"" + QFile::encodeName(path(started)) +
+                "\"; exec sleep 300 ;;\nesac\nexec /usr/bin/ps2pdf \"$@\"");
+    write(out, "earlier");
+    const QStringList before = files();
+    const Ended result = interrupt({text("pdf"), in, out, text("--watermark=MARK")}, SIGINT,
+                                   [&] { return exists(started); });
+    expect_failure(result, "interrupted");
+    EXPECT_EQ(read(out), "earlier");
+    EXPECT_TRUE(QFile::remove(path(started)));
+    EXPECT_EQ(files(), before);
+    EXPECT_EQ(scratch(), QStringList());
+    for (const char* name : {"/tmp/watermark.ps", "/tmp/watermark.pdf"})
+        EXPECT_FALSE(QFile::exists(text(name))) << name;
+}
+
+TEST_F(PdfExtras, InterruptionWhileAnotherJobHasTheFixedNamesEndsTheWait) {
+    QProcess other;
+    other.start(text("flock"), {text("--no-fork"), text("/tmp/korvo.lock"), text("sh"), text("-c"),
+                                text("echo held; exec sleep 300")});
+    ASSERT_TRUE(other.waitForReadyRead(30000));
+    const Ended result = interrupt({text("pdf"), in, out, text("--watermark=MARK")}, SIGINT,
+                                   [this] { return is_painted(); });
+    other.kill();
+    other.waitForFinished();
+    expect_failure(result, "interrupted");
+    EXPECT_FALSE(exists(out));
 }
 
 TEST_F(PdfExtras, TwoWatermarksAtOnceAreBothRight) {
