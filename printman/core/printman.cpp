@@ -61,12 +61,16 @@ void CPrintMan::Private::make_printer() {
     printer->setPageSize(page_size_of(letter_page_size));
 }
 
-void CPrintMan::Private::start_report() {
+/// @return false when the name is too long, or a job works with another report
+bool CPrintMan::Private::start_report(const std::string& name) {
+    if (jobs > 0 || !report.set_file_name(name))
+        return false;
     make_printer();
     report.clear_index();
     // Nothing of an earlier report is selected or painted as a page of this one.
     rows.release();
     highlights.forget();
+    return true;
 }
 
 bool CPrintMan::Private::printing_aborted() const {
@@ -85,9 +89,11 @@ void CPrintMan::Private::add_marker(int row, const MarkerParse& parse) {
         fields.add(row, *parse.field);
 }
 
-CPrintMan::CPrintMan() : d(std::make_unique<Private>()) {}
+CPrintMan::CPrintMan() : d(std::make_shared<Private>()) {}
 
 CPrintMan::~CPrintMan() {
+    // A job that has let this happen ends, and then lets go of the rest.
+    d->canceled = d->canceled || d->jobs > 0;
     d.reset();
     if (remove_on_destroy && !remove_file.isEmpty())
         QFile::remove(remove_file);
@@ -99,16 +105,14 @@ int CPrintMan::init_printman() {
     do {
         name = directory + "/rpt" + std::to_string(QRandomGenerator::global()->bounded(RAND_MAX));
     } while (QFile::exists(QFile::decodeName(name.c_str())));
-    if (!d->report.set_file_name(name))
+    if (!d->start_report(name))
         return -1;
-    d->start_report();
     return static_cast<int>(name.size());
 }
 
 int CPrintMan::init_printman(const char* path) {
-    if (!path || !d->report.set_file_name(path))
+    if (!path || !d->start_report(path))
         return -1;
-    d->start_report();
     return init_scr_buffer(0, 0);
 }
 

@@ -430,7 +430,8 @@ public:
     /// another mode, as the user chooses in two dialogs, the printer's and the font's. A printer
     /// whose name holds "generic" gets the report as plain text. In PDF mode the PDF is printed by
     /// lpr. The host's events are handled between two pages, so that printing_canceled() can be
-    /// called; the report must stay until the job has ended.
+    /// called. The report must stay until the job has ended, and the manager takes no other one
+    /// meanwhile; the end of the manager or of @p parent ends the job, too.
     ///
     /// @param parent      of the dialogs; may be null
     /// @param copies      how often; asked of the user where he chooses
@@ -455,7 +456,8 @@ public:
     /// directory, whose name is in result_pdf_file.
     int create_pdffile();
 
-    /// The same, and prints the PDF with lpr on the printer that was set last.
+    /// The same, and prints the PDF with lpr on the printer that was set last. A step that fails
+    /// does not keep lpr from running: it then prints the PostScript, and the result is 0.
     int print_pdf_file();
 
     /// The same of the last server job's file, in that file's place.
@@ -622,5 +624,5 @@ public slots:
 
 private:
     class Private;
-    std::unique_ptr<Private> d;
+    std::shared_ptr<Private> d; ///< a job keeps it until it has ended
 };

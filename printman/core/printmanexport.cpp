@@ -1,4 +1,5 @@
 #include <printman/core/printmanprivate.h>
+#include <printman/output/jobprinter.h>
 #include <printman/select/browser.h>
 #include <printman/select/pagehtml.h>
 #include <printman/select/pageprint.h>
@@ -60,6 +61,7 @@ void CPrintMan::print_cur_page(QWidget* parent) {
     const PageGeometry page = d->report.geometry();
     if (!d->printer || !page.known())
         return;
+    forget_output(*d->printer, d->job_output);
     const QPointer<CPrintMan> self = this;
     const QString error = print_page_as_chosen(parent, d->printer, d->units,
                                                {d->rows.rows(), page.columns, page.lines});

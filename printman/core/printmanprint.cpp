@@ -1,12 +1,14 @@
 #include <printman/core/printmanprivate.h>
 #include <printman/output/commandrun.h>
 #include <printman/output/jobfont.h>
+#include <printman/output/jobprinter.h>
 #include <printman/printer/paths.h>
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QFont>
 #include <QPainter>
+#include <QPointer>
 
 #include <algorithm>
 #include <iterator>
@@ -20,6 +22,22 @@ namespace {
 constexpr qsizetype watermark_text_size = 80;
 constexpr qsizetype watermark_family_size = 52;
 constexpr int server_modes[] = {0, 5}; // in which the printer comes from the setup file
+
+/// Keeps what a job works with: in its dialogs and in the events that it lets be handled the host
+/// may end the manager.
+template <typename Private>
+class JobHold {
+public:
+    explicit JobHold(const std::shared_ptr<Private>& d) : d_(d) { ++d_->jobs; }
+    ~JobHold() { --d_->jobs; }
+    JobHold(const JobHold&) = delete;
+    JobHold& operator=(const JobHold&) = delete;
+
+    Private* operator->() const { return d_.get(); }
+
+private:
+    std::shared_ptr<Private> d_;
+};
 
 PrintedCopies printed(int copies, int collate) {
     return {copies, collate != 0};
@@ -38,7 +56,8 @@ std::function<bool()> CPrintMan::Private::goes_on(int pages_done) {
     if (!progress)
         return {};
     return [this, pages_done, pages = report.page_count()] {
-        canceled = canceled || !progress(pages_done, pages);
+        if (!canceled && progress && !progress(pages_done, pages))
+            canceled = true;
         return !canceled;
     };
 }
@@ -58,6 +77,7 @@ int CPrintMan::Private::run_pipeline(const CPrintMan& door,
         return 0;
     canceled = false;
     PdfPipeline steps = pipeline(door);
+    printer->setGoesOn(goes_on(report.page_count()));
     return note(operation(steps));
 }
 
@@ -78,6 +98,7 @@ void CPrintMan::Private::name_document(const CPrintMan& door) {
 
 ReportJob CPrintMan::Private::print_job(CPrintMan& door) {
     name_document(door);
+    printer->setGoesOn(goes_on(report.page_count()));
     return ReportJob({.printer = *printer,
                       .source = loaded_report(),
                       .units = units,
@@ -88,6 +109,7 @@ ReportJob CPrintMan::Private::print_job(CPrintMan& door) {
                       .pdf_mode = door.pdf_mode,
                       .output = job_output,
                       .is_canceled = canceled,
+                      // Asked only while nothing has ended the job.
                       .save_text = [this, &door](QWidget* parent, const QString& file) {
                           const QByteArray name = QFile::encodeName(file);
                           if (door.text_once)
@@ -153,47 +175,73 @@ int CPrintMan::print_generic_rpt(QWidget* /*parent*/, QPainter* painter, const c
 
 int CPrintMan::print_rpt_page(QWidget* parent, const char* printer_id, int copies, int collate,
                               int mode, int no_page_map) {
-    d->units.no_page_map = no_page_map != 0;
-    if (!d->has_printer())
+    const JobHold job(d);
+    job->units.no_page_map = no_page_map != 0;
+    const bool must_ask = !printer_id || !*printer_id ||
+                          std::ranges::find(server_modes, mode) == std::end(server_modes);
+    if (must_ask)
+        pdf_mode = false;
+    if (!job->has_printer())
         return 0;
-    const bool must_ask = std::ranges::find(server_modes, mode) == std::end(server_modes);
-    return d->note(
-        d->print_job(*this).print(parent, printer_id, printed(copies, collate), must_ask));
+    return job->note(
+        job->print_job(*this).print(parent, printer_id, printed(copies, collate), must_ask));
 }
 
 int CPrintMan::print_serverrpt_page(const char* printer_id, int copies, int collate,
                                     int no_page_map, const QString& output_file,
                                     const QString& setup_file, const QString& /*unused*/,
                                     const QString& /*unused*/) {
-    d->server_ps = output_file;
-    d->units.no_page_map = no_page_map != 0;
-    if (!printer_id || !*printer_id || !d->has_printer())
-        return 0;
-    return d->note(
-        d->print_job(*this).serve(printer_id, printed(copies, collate), output_file, setup_file));
+    const JobHold job(d);
+    job->server_ps = output_file;
+    job->units.no_page_map = no_page_map != 0;
+    if (!printer_id || !*printer_id)
+        return job->note(tr("there is no printer id"));
+    if (job->has_printer())
+        return job->note(job->print_job(*this).serve(printer_id, printed(copies, collate),
+                                                     output_file, setup_file));
+    remove_setup_file(setup_file);
+    return 0;
 }
 
 int CPrintMan::create_pdffile() {
-    return d->run_pipeline(*this,
-                           [this](PdfPipeline& steps) { return steps.create(result_pdf_file); });
+    const JobHold job(d);
+    const QPointer<CPrintMan> self = this;
+    QString result = result_pdf_file;
+    const int done =
+        job->run_pipeline(*this, [&result](PdfPipeline& steps) { return steps.create(result); });
+    if (self)
+        result_pdf_file = result;
+    return done;
 }
 
 int CPrintMan::print_pdf_file() {
-    return d->run_pipeline(*this, [](PdfPipeline& steps) { return steps.print(); });
+    const JobHold job(d);
+    return job->run_pipeline(*this, [](PdfPipeline& steps) { return steps.print(); });
 }
 
 int CPrintMan::print_serverpdf_file() {
-    return d->run_pipeline(*this, [this](PdfPipeline& steps) { return steps.serve(d->server_ps); });
+    const JobHold job(d);
+    return job->run_pipeline(
+        *this, [&job](PdfPipeline& steps) { return steps.serve(QString(job->server_ps)); });
 }
 
 int CPrintMan::save_rpt_pdffile(QWidget* parent) {
-    return d->has_printer() &&
-           d->note(d->print_job(*this).save_pdf(parent, QFile::decodeName(get_pdffile_name())));
+    const JobHold job(d);
+    return job->has_printer() &&
+           job->note(job->print_job(*this).save_pdf(parent, QFile::decodeName(get_pdffile_name())));
 }
 
 int CPrintMan::print_rpt_pdffile(QWidget* parent) {
-    return d->has_printer() && d->note(d->print_job(*this).make_pdf(
-                                   parent, report_printer_id, report_setup_file, result_pdf_file));
+    const JobHold job(d);
+    if (!job->has_printer())
+        return 0;
+    const QPointer<CPrintMan> self = this;
+    QString result = result_pdf_file;
+    const JobEnd end = job->print_job(*this).make_pdf(parent, QString(report_printer_id),
+                                                      QString(report_setup_file), result);
+    if (self)
+        result_pdf_file = result;
+    return job->note(end);
 }
 
 void CPrintMan::set_watermark_info(const char* text, const char* family, int point_size, int angle,
@@ -210,5 +258,6 @@ void CPrintMan::set_watermark_info(const char* text, const char* family, int poi
 }
 
 int CPrintMan::generate_watermark() {
-    return d->run_pipeline(*this, [](PdfPipeline& steps) { return steps.make_watermark(); });
+    const JobHold job(d);
+    return job->run_pipeline(*this, [](PdfPipeline& steps) { return steps.make_watermark(); });
 }

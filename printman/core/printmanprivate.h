@@ -27,7 +27,7 @@ public:
 
     // Destroyed from the last to the first: the report's cells, the fields, the rows, the printer.
     std::shared_ptr<PsPrinter>
-        printer; ///< owned here alone; whoever prints can see that it is gone
+        printer; ///< owned here alone; whoever prints a page can see that it is gone
     printman::PageUnits units;
     printman::PageRows rows;
     printman::EscapeTable fields;
@@ -52,11 +52,12 @@ public:
     PrintmanProgress progress;
     QString job_error;
     bool canceled = false; ///< by the progress function, in the last operation
+    int jobs = 0;          ///< that work with the report and let the host's events be handled
     int cell_width = 0;
     int cell_height = 0;
 
     void make_printer();
-    void start_report();
+    bool start_report(const std::string& name);
     bool printing_aborted() const;
     void write_text(printman::OutputFile& out);
     void add_marker(int row, const printman::MarkerParse& parse);

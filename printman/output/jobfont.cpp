@@ -3,8 +3,6 @@
 #include <printman/select/pageprint.h>
 #include <printman/toolkit/legacyweight.h>
 
-#include <QFontDialog>
-
 #include <algorithm>
 #include <cstring>
 
@@ -38,10 +36,8 @@ QFont report_font(const FontInfo& info) {
     return font;
 }
 
-bool choose_report_font(QWidget* parent, QFont& font) {
-    bool chosen = false;
-    font = QFontDialog::getFont(&chosen, first_dialog_font(QStringLiteral("Courier New")), parent);
-    return chosen;
+std::optional<QFont> choose_report_font(QWidget* parent) {
+    return choose_font(parent, first_dialog_font(QStringLiteral("Courier New")));
 }
 
 } // namespace printman

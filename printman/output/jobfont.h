@@ -4,6 +4,8 @@
 
 #include <QFont>
 
+#include <optional>
+
 class QWidget;
 
 namespace printman {
@@ -17,8 +19,7 @@ QFont report_font(const FontInfo& info);
 /// Lets the user choose the report's font, starting with Courier New, light, 12 points.
 ///
 /// @param parent of the dialog; may be null
-/// @param font   receives the font
-/// @return false when it was cancelled
-bool choose_report_font(QWidget* parent, QFont& font);
+/// @return none when it was cancelled, or went with @p parent
+std::optional<QFont> choose_report_font(QWidget* parent);
 
 } // namespace printman

@@ -1,11 +1,15 @@
 #include <printman/output/jobprinter.h>
+#include <printman/output/tmpnames.h>
 #include <printman/output/watermark.h>
 #include <printman/toolkit/pagesizes.h>
 #include <printman/toolkit/psprinter.h>
 
+#include <QFile>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <unistd.h>
 
 namespace printman {
 
@@ -38,6 +42,11 @@ std::optional<PrinterRecord> find_printer(const QString& setup_file, const char*
     return record;
 }
 
+void remove_setup_file(const QString& name) {
+    if (!name.contains(QChar(u'\0')))
+        ::unlink(QFile::encodeName(name).constData());
+}
+
 bool is_generic(const QString& printer_name) {
     return printer_name.contains(QLatin1String("generic"), Qt::CaseInsensitive);
 }
@@ -59,6 +68,12 @@ void set_job(PsPrinter& printer, const QString& name, const DLWDEVMODE& devmode)
     printer.setCopyCount(1);
     const int from = std::max(0, devmode.from_page);
     printer.setFromTo(from, std::max(from, devmode.to_page));
+}
+
+void forget_output(PsPrinter& printer, const QString& job_output) {
+    const QString file = printer.outputFileName();
+    if (file == job_output || file == QString::fromUtf16(tmp_watermark_ps))
+        printer.setOutputFileName(QString());
 }
 
 PageMargins usable_margins(const MarginInfo& margins) {

@@ -24,6 +24,9 @@ struct PrinterRecord {
 /// Looks a printer up: none when the id is null or not in the file.
 std::optional<PrinterRecord> find_printer(const QString& setup_file, const char* id);
 
+/// Removes the setup file of one job. A name with a zero byte is that of no file.
+void remove_setup_file(const QString& name);
+
 /// Whether a printer of that name gets plain text: the name has "generic" in it, in any case.
 bool is_generic(const QString& printer_name);
 
@@ -33,6 +36,9 @@ void set_sheet(PsPrinter& printer, int orientation, int paper_size);
 
 /// Sets up a job of one copy: name, sheet and page range, which limits nothing that is painted.
 void set_job(PsPrinter& printer, const QString& name, const DLWDEVMODE& devmode);
+
+/// Forgets an output file that no user chose: @p job_output, which a job set, or the watermark's.
+void forget_output(PsPrinter& printer, const QString& job_output);
 
 /// Margins that can be counted with: what is negative or no number becomes 0.
 PageMargins usable_margins(const MarginInfo& margins);

@@ -35,14 +35,29 @@ WatermarkPlace PdfPipeline::place() const {
     return mark_->in_front ? WatermarkPlace::in_front : WatermarkPlace::behind;
 }
 
-/// Takes the fixed names and sees that nothing of someone else's stands there.
-QString PdfPipeline::take_names() {
+/// Takes the right to the fixed names and claims these of them.
+QString PdfPipeline::take(const QStringList& files) {
     QString why = names_.take(goes_on_);
-    for (const char16_t* name :
-         {tmp_ps, tmp_pdf, tmp_over, tmp_result, tmp_watermark_ps, tmp_watermark})
+    for (const QString& name : files)
         if (why.isEmpty())
-            why = claim_scratch_name(QFile::encodeName(name_of(name)));
+            why = claim_scratch_name(QFile::encodeName(name));
     return why;
+}
+
+QStringList PdfPipeline::watermark_files() const {
+    return mark_ ? QStringList{name_of(tmp_watermark_ps), name_of(tmp_watermark)} : QStringList();
+}
+
+QString PdfPipeline::claim(PdfPurpose purpose) {
+    QStringList files = watermark_files();
+    if (purpose == PdfPurpose::serve)
+        return files.isEmpty() ? QString() : take(files);
+    files << name_of(tmp_ps) << name_of(tmp_pdf);
+    if (mark_ && !form_.isEmpty())
+        files << name_of(tmp_over);
+    if (purpose == PdfPurpose::print)
+        files << name_of(tmp_result);
+    return take(files);
 }
 
 QString PdfPipeline::run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh) {
@@ -50,12 +65,19 @@ QString PdfPipeline::run(PdfPurpose purpose, const PdfNames& files, const QStrin
     return runner.run(pdf_steps(purpose, place(), form_, files, printer_.printerName()));
 }
 
+/// Tells why a job ends before its steps; nothing is left of what was painted for it.
+QString PdfPipeline::told_without_ps(const QString& why) {
+    if (names_.is_held())
+        remove_own(name_of(tmp_ps));
+    return told(why);
+}
+
 QString PdfPipeline::create(QString& result) {
     result.clear();
     const NamesInUse in_use(names_);
-    const QString refused = take_names();
+    const QString refused = claim(PdfPurpose::create);
     if (!refused.isEmpty())
-        return told(refused);
+        return told_without_ps(refused);
     PdfNames files{.ps = name_of(tmp_ps),
                    .pdf = name_of(tmp_pdf),
                    .over = name_of(tmp_over),
@@ -65,10 +87,8 @@ QString PdfPipeline::create(QString& result) {
         return files.ps + QStringLiteral(": there is no such file");
     ScratchSet made;
     const QString why = made.create({{"cp", 0666}}, goes_on_);
-    if (!why.isEmpty()) {
-        remove_own(files.ps);
-        return told(why);
-    }
+    if (!why.isEmpty())
+        return told_without_ps(why);
     files.result = result = made.name(0);
     QString failure = run(PdfPurpose::create, files, made.names());
     if (!failure.isEmpty())
@@ -78,9 +98,9 @@ QString PdfPipeline::create(QString& result) {
 
 QString PdfPipeline::print() {
     const NamesInUse in_use(names_);
-    const QString refused = take_names();
+    const QString refused = claim(PdfPurpose::print);
     if (!refused.isEmpty())
-        return told(refused);
+        return told_without_ps(refused);
     return run(PdfPurpose::print,
                {.ps = name_of(tmp_ps),
                 .pdf = name_of(tmp_pdf),
@@ -95,7 +115,7 @@ QString PdfPipeline::serve(const QString& ps) {
         return told(ps.isEmpty() ? QStringLiteral("there was no server job yet")
                                  : ps + QStringLiteral(": there is no such file"));
     const NamesInUse in_use(names_);
-    const QString refused = mark_ ? take_names() : QString();
+    const QString refused = claim(PdfPurpose::serve);
     if (!refused.isEmpty())
         return told(refused);
     ScratchSet made;
@@ -115,7 +135,7 @@ QString PdfPipeline::serve(const QString& ps) {
 
 QString PdfPipeline::convert(const QString& pdf) {
     const NamesInUse in_use(names_);
-    const QString refused = take_names();
+    const QString refused = take({name_of(tmp_ps)});
     if (!refused.isEmpty())
         return told(refused);
     const QString foreign = claim_scratch_name(QFile::encodeName(pdf));
@@ -136,7 +156,7 @@ QString PdfPipeline::convert(const QString& pdf) {
 
 QString PdfPipeline::make_watermark() {
     const NamesInUse in_use(names_);
-    const QString refused = take_names();
+    const QString refused = take({name_of(tmp_watermark_ps), name_of(tmp_watermark)});
     return refused.isEmpty() ? paint_watermark() : told(refused);
 }
 

@@ -28,6 +28,12 @@ public:
         : printer_(printer), names_(names), mark_(mark), form_(form), goes_on_(std::move(goes_on)) {
     }
 
+    /// Takes the fixed names for such an operation and sees that nothing of someone else's stands
+    /// at those that it uses, before anything is painted for it.
+    ///
+    /// @return empty, or why they cannot be used; not told on standard error
+    QString claim(PdfPurpose purpose);
+
     /// Makes a PDF of "/tmp/korvo.ps", in a new file in the current directory.
     ///
     /// @param result receives the file's name once there are steps to run; there is no such file
@@ -50,7 +56,9 @@ public:
 private:
     WatermarkPlace place() const;
     QString paint_watermark();
-    QString take_names();
+    QString take(const QStringList& files);
+    QStringList watermark_files() const;
+    QString told_without_ps(const QString& why);
     QString run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh);
 
     PsPrinter& printer_;

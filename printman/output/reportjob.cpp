@@ -1,3 +1,4 @@
+#include <printman/output/commandrun.h>
 #include <printman/output/jobfont.h>
 #include <printman/output/keptfile.h>
 #include <printman/output/reportjob.h>
@@ -15,8 +16,6 @@
 #include <QMessageBox>
 #include <QPainter>
 #include <QPdfWriter>
-
-#include <unistd.h>
 
 namespace printman {
 
@@ -50,6 +49,16 @@ QString no_one_to_ask() {
     return QStringLiteral("there is no display to ask the user on");
 }
 
+void show_message(QWidget* parent, const QString& text) {
+    // It goes with its parent.
+    const QPointer<QMessageBox> box =
+        new QMessageBox(QMessageBox::Information, QStringLiteral("Talvine Thinclient Message"),
+                        text, QMessageBox::Ok, parent);
+    box->setTextFormat(Qt::PlainText);
+    box->exec();
+    delete box;
+}
+
 bool is_same_file(const QString& a, const QString& b) {
     const QString canonical = QFileInfo(a).canonicalFilePath();
     return a == b || (!canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath());
@@ -69,14 +78,22 @@ QString ReportJob::refusal(bool generic) const {
                : QStringLiteral("the report has no pages");
 }
 
+/// Whether it has been ended while a dialog was open.
+bool ReportJob::is_over(const DialogParent& parent) const {
+    return tools_.is_canceled || parent.is_gone();
+}
+
 std::unique_ptr<QPainter> ReportJob::start(const PainterSetup& setup, QString& why) {
     PsPrinter& printer = tools_.printer;
     why = refusal(true);
     const bool to_scratch = !setup.file && tools_.pdf_mode;
     if (why.isEmpty() && to_scratch)
-        why = tools_.names.take(tools_.goes_on);
-    if (!why.isEmpty())
+        why = tools_.pipeline.claim(PdfPurpose::print);
+    if (!why.isEmpty()) {
+        if (to_scratch)
+            tools_.names.release();
         return nullptr;
+    }
     set_output(to_scratch ? name_of(tmp_ps) : setup.file ? *setup.file : QString(), to_scratch);
     if (setup.devmode)
         set_job(printer, setup.printer, *setup.devmode);
@@ -95,6 +112,8 @@ std::unique_ptr<QPainter> ReportJob::start(const PainterSetup& setup, QString& w
 
 /// Paints the report as text or as pages; the painter stays open.
 QString ReportJob::paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages) {
+    if (tools_.is_canceled)
+        return canceled();
     ReportPainter report(tools_.source, device, painter);
     report.is_aborted = [this] {
         return tools_.is_canceled || tools_.printer.printerState() == QPrinter::Aborted;
@@ -195,32 +214,30 @@ void ReportJob::set_output(const QString& file, bool is_scratch) {
     tools_.output = file;
 }
 
-/// An output file that a job set is none that the user chose.
-void ReportJob::forget_job_output() {
-    const QString file = tools_.printer.outputFileName();
-    if (file == tools_.output || file == name_of(tmp_watermark_ps))
-        tools_.printer.setOutputFileName(QString());
-}
-
 JobEnd ReportJob::print_as_chosen(QWidget* parent, PrintedCopies printed) {
-    tools_.pdf_mode = false;
     const QString why = can_ask() ? refusal(true) : no_one_to_ask();
     if (!why.isEmpty())
         return ended(why);
     PsPrinter& printer = tools_.printer;
-    forget_job_output();
-    if (!printer.setup(parent))
+    forget_output(printer, tools_.output);
+    const DialogParent window(parent);
+    if (!printer.setup(parent) || is_over(window))
         return cancelled();
     Pages pages;
     pages.printed = {printer.copyCount(), printed.collate};
     pages.with_events = true;
     pages.parent = parent;
-    pages.generic = is_generic(printer.printerName());
+    // The queue of an earlier job is none that prints into a file.
+    pages.generic = printer.outputFileName().isEmpty() && is_generic(printer.printerName());
     pages.text_file = QDir::currentPath() + QStringLiteral("/pgeneric.out");
     // Copies are made by printing the pages again.
     printer.setCopyCount(1);
-    if (!pages.generic && !choose_report_font(parent, pages.font))
-        return cancelled();
+    if (!pages.generic) {
+        const std::optional<QFont> font = choose_report_font(parent);
+        if (!font || is_over(window))
+            return cancelled();
+        pages.font = *font;
+    }
     const QString refused = refusal(pages.generic);
     return ended(!refused.isEmpty()      ? refused
                  : printer.isPdfChosen() ? print_to_pdf(pages)
@@ -263,7 +280,7 @@ JobEnd ReportJob::serve(const char* printer_id, PrintedCopies printed, const QSt
     const auto record = find_printer(setup_file, printer_id);
     const QString why =
         record ? serve_record(*record, printed, output_file) : not_found(text_of(printer_id));
-    ::unlink(QFile::encodeName(setup_file).constData());
+    remove_setup_file(setup_file);
     return ended(why);
 }
 
@@ -305,7 +322,7 @@ QString ReportJob::serve_record(const PrinterRecord& record, PrintedCopies print
 
 /// Paints all pages, at the font's own size, to the fixed PostScript name; the sheet is set up.
 QString ReportJob::paint_to_file(const QFont& font) {
-    QString why = tools_.names.take(tools_.goes_on);
+    QString why = tools_.pipeline.claim(PdfPurpose::create);
     if (!why.isEmpty())
         return why;
     PsPrinter& printer = tools_.printer;
@@ -332,11 +349,12 @@ JobEnd ReportJob::save_pdf(QWidget* parent, const QString& file) {
         return ended(why);
     tools_.printer.setCopyCount(1);
     tools_.printer.setPageOrientation(QPageLayout::Portrait);
-    QFont font;
-    if (!choose_report_font(parent, font))
+    const DialogParent window(parent);
+    const std::optional<QFont> font = choose_report_font(parent);
+    if (!font || is_over(window))
         return cancelled();
     const NamesInUse in_use(tools_.names);
-    why = paint_to_file(font);
+    why = paint_to_file(*font);
     return ended(why.isEmpty() ? tools_.pipeline.convert(file) : why);
 }
 
@@ -351,18 +369,20 @@ JobEnd ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QSt
         printer.setCopyCount(1);
         printer.setPageOrientation(QPageLayout::Portrait);
     }
+    const DialogParent window(parent);
     std::optional<PrinterRecord> record;
     if (!printer_id.isEmpty() && !setup_file.isEmpty()) {
         record = find_printer(setup_file, printer_id.toUtf8().constData());
         if (!record)
             record = find_printer(setup_file, printer_id.toLatin1().constData());
         if (!record && why.isEmpty() && can_ask())
-            QMessageBox::information(parent, QStringLiteral("Talvine Thinclient Message"),
-                                     not_found(printer_id));
+            show_message(parent, not_found(printer_id));
         else if (!record && why.isEmpty())
             why = not_found(printer_id);
         if (!is_same_file(setup_file, get_prtbin_path()))
-            ::unlink(QFile::encodeName(setup_file).constData());
+            remove_setup_file(setup_file);
+        if (is_over(window))
+            return cancelled();
     }
     if (why.isEmpty() && !record && !can_ask())
         why = no_one_to_ask();
@@ -373,8 +393,11 @@ JobEnd ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QSt
         set_sheet(printer, record->devmode.orientation, record->devmode.paper_size);
         tools_.units.margins = usable_margins(record->margins);
         font = report_font(record->font);
-    } else if (!choose_report_font(parent, font)) {
-        return cancelled();
+    } else {
+        const std::optional<QFont> chosen = choose_report_font(parent);
+        if (!chosen || is_over(window))
+            return cancelled();
+        font = *chosen;
     }
     set_sheet_margins(printer, tools_.units.margins);
     const NamesInUse in_use(tools_.names);

@@ -5,12 +5,13 @@
 #include <printman/output/reportpainter.h>
 
 #include <QFont>
+#include <QPointer>
+#include <QWidget>
 
 #include <functional>
 #include <memory>
 
 class QPainter;
-class QWidget;
 
 namespace printman {
 
@@ -21,11 +22,12 @@ struct JobTools {
     PageUnits& units; ///< its margins become those of the printer's record
     TmpNames& names;
     PdfPipeline pipeline;
-    const PrintmanProgress& progress;
+    PrintmanProgress progress;
     std::function<bool()> goes_on; ///< asked while the job waits; may be empty
-    bool& pdf_mode;                ///< whether a printed job goes through the PDF pipeline
+    bool pdf_mode;                 ///< whether a printed job goes through the PDF pipeline
     QString& output;               ///< the output file that a job gave the printer last
-    bool& is_canceled; ///< set from outside while a job runs, or by its progress function
+    bool& is_canceled; ///< set from outside while a job runs, or by its progress function; what
+                       ///< else belongs to the manager may be gone then
 
     /// Saves the report as plain text, with a warning on the widget: empty, or why it failed.
     std::function<QString(QWidget*, const QString&)> save_text;
@@ -45,7 +47,21 @@ struct PainterSetup {
     const PageMargins* margins = nullptr; ///< of the sheet; null leaves them
 };
 
-/// Prints a whole report: to a printer, or into a PDF.
+/// The window that dialogs belong to.
+class DialogParent {
+public:
+    explicit DialogParent(QWidget* window) : window_(window), was_given_(window) {}
+
+    QWidget* widget() const { return window_; }
+    bool is_gone() const { return was_given_ && !window_; }
+
+private:
+    QPointer<QWidget> window_;
+    bool was_given_;
+};
+
+/// Prints a whole report: to a printer, or into a PDF. While a dialog is open or events are handled
+/// the parent of the dialogs may go, which then ends the job.
 class ReportJob {
 public:
     explicit ReportJob(JobTools tools) : tools_(std::move(tools)) {}
@@ -81,7 +97,7 @@ private:
         QFont font;
         PrintedCopies printed;
         bool with_events = false;
-        QWidget* parent = nullptr;
+        QPointer<QWidget> parent;
         QString text_file; ///< for plain text
     };
 
@@ -96,8 +112,8 @@ private:
     QString paint_text(ReportPainter& report, const Pages& pages);
     QString paint_on_printer(QPainter& painter, const Pages& pages);
     QString refusal(bool generic) const;
+    bool is_over(const DialogParent& parent) const;
     void set_output(const QString& file, bool is_scratch);
-    void forget_job_output();
 
     JobTools tools_;
 };

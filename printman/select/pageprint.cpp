@@ -14,7 +14,6 @@
 
 #include <climits>
 #include <cstdlib>
-#include <optional>
 #include <vector>
 
 namespace printman {
@@ -38,18 +37,6 @@ QString upright_style(const QString& family, int weight) {
         distance = away;
     }
     return nearest;
-}
-
-/// The font that the user chooses; none when the dialog is cancelled, or goes with @p parent.
-std::optional<QFont> choose_font(QWidget* parent) {
-    const QPointer<QFontDialog> dialog = new QFontDialog(parent);
-    dialog->setCurrentFont(first_print_font());
-    const bool is_accepted = dialog->exec() == QDialog::Accepted && dialog;
-    std::optional<QFont> font;
-    if (is_accepted)
-        font = dialog->selectedFont();
-    delete dialog;
-    return font;
 }
 
 /// Whether the host's setting turns the page map off.
@@ -138,6 +125,17 @@ QFont first_print_font() {
     return first_dialog_font(QStringLiteral("Helvetica"));
 }
 
+std::optional<QFont> choose_font(QWidget* parent, const QFont& first) {
+    const QPointer<QFontDialog> dialog = new QFontDialog(parent);
+    dialog->setCurrentFont(first);
+    const bool is_accepted = dialog->exec() == QDialog::Accepted && dialog;
+    std::optional<QFont> font;
+    if (is_accepted)
+        font = dialog->selectedFont();
+    delete dialog;
+    return font;
+}
+
 QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,
                              PageUnits& units, const PrintedPage& page) {
     if (!parent || printer.expired())
@@ -150,7 +148,7 @@ QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& pr
     const bool is_set_up = chosen.lock()->setup(parent);
     if (!is_set_up || !window || chosen.expired())
         return {};
-    const std::optional<QFont> font = choose_font(parent);
+    const std::optional<QFont> font = choose_font(parent, first_print_font());
     const std::shared_ptr<PsPrinter> kept = chosen.lock();
     if (!font || !window || !kept)
         return {};

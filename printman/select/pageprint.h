@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 #include <span>
 
 class PsPrinter;
@@ -28,6 +29,10 @@ QFont first_dialog_font(const QString& family);
 
 /// The same of Helvetica.
 QFont first_print_font();
+
+/// The font that the user chooses, in a dialog that starts with @p first; none when it is
+/// cancelled, or goes with @p parent.
+std::optional<QFont> choose_font(QWidget* parent, const QFont& first);
 
 /// Prints a page where and in the font that the user chooses in two dialogs, the printer's and the
 /// font's. An output file becomes what the printer's setup() says: PostScript, or a PDF. What was

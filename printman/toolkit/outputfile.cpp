@@ -83,8 +83,17 @@ bool OutputFile::open(const char* path) {
 bool OutputFile::write(const char* data, qint64 size) {
     if (!device_ || failed_)
         return false;
-    if (device_->write(data, size) != size)
-        note_failure();
+    // A disk that becomes full takes what fits; only the next write says why.
+    while (size > 0 && !failed_) {
+        errno = 0;
+        const qint64 written = device_->write(data, size);
+        if (written <= 0) {
+            note_failure();
+        } else {
+            data += written;
+            size -= written;
+        }
+    }
     return !failed_;
 }
 
@@ -94,6 +103,7 @@ bool OutputFile::commit() {
         return false;
     }
     auto* file = static_cast<QFileDevice*>(device_.get());
+    errno = 0;
     if (!failed_ && (!file->flush() || file->error() != QFileDevice::NoError))
         note_failure();
     auto* save_file = qobject_cast<QSaveFile*>(file);
@@ -113,8 +123,13 @@ void OutputFile::discard() {
 }
 
 void OutputFile::note_failure() {
+    const int error = errno;
     failed_ = true;
     error_ = device_->errorString();
+    // The toolkit forgets the reason where a part of the bytes was taken.
+    if (error_ == QIODevice::tr("Unknown error"))
+        error_ =
+            error != 0 ? qt_error_string(error) : QStringLiteral("not everything could be written");
 }
 
 } // namespace printman

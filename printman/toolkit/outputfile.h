@@ -10,7 +10,7 @@ namespace printman {
 
 /// A file that the user named: it is written beside and takes its name only when it is complete, so
 /// that an earlier file stays whole until then. What is no regular file (a device, a pipe) is
-/// written directly.
+/// written directly; a named pipe is waited for until somebody reads from it.
 class OutputFile {
 public:
     OutputFile();

@@ -44,7 +44,7 @@ bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
     setup_ = setup;
     std::string directory;
     if (setup.output_file.isEmpty()) {
-        sink_ = make_spooler_sink(setup.printer_name, setup.copies, setup.collate);
+        sink_ = make_spooler_sink(setup.printer_name, setup.copies, setup.collate, setup.goes_on);
     } else {
         sink_ = setup.is_scratch ? make_scratch_sink(setup.output_file)
                                  : make_file_sink(setup.output_file);
@@ -56,8 +56,9 @@ bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
         return false;
     if (const int error = spool_.open(directory))
         return fail(QString::fromLocal8Bit(std::strerror(error)));
-    // Written at once, so that a target that takes nothing fails the job before it is painted.
-    if (!sink_ok(sink_->write(first_line)))
+    // Written at once, so that a target that takes nothing fails the job before it is painted. A
+    // spooler that has nothing yet forgets a job that is dropped.
+    if (!setup.output_file.isEmpty() && !sink_ok(sink_->write(first_line)))
         return false;
     first_size_ = paper_points(layout);
     start_page(layout);
@@ -189,6 +190,8 @@ bool PsJob::end() {
     if (failed_)
         return false;
     PsStream head;
+    if (setup_.output_file.isEmpty())
+        head << first_line;
     write_head(head);
     write_setup(head);
     return sink_ok(sink_->write(head.text())) && copy_pages() &&

@@ -7,6 +7,7 @@
 
 #include <QPageLayout>
 
+#include <functional>
 #include <memory>
 
 namespace printman {
@@ -25,6 +26,9 @@ struct PsJobSetup {
     int copies = 1;
     bool collate = true;
     int resolution = 600; ///< device pixels an inch
+
+    /// Asked while the spooler is waited for: false drops the job; may be empty.
+    std::function<bool()> goes_on;
 };
 
 /// A print job: a PostScript document being written.

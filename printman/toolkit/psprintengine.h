@@ -37,6 +37,7 @@ public:
 
     /// Says that the output file is a fixed scratch name, until another is set.
     void set_scratch_output() { setup_.is_scratch = true; }
+    void set_goes_on(std::function<bool()> goes_on) { setup_.goes_on = std::move(goes_on); }
 
     const QPageLayout& layout() const { return layout_; }
     QString error() const;

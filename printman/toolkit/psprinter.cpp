@@ -107,6 +107,10 @@ void PsPrinter::setScratchFileName(const QString& path) {
         d->print_engine.set_scratch_output();
 }
 
+void PsPrinter::setGoesOn(std::function<bool()> goesOn) {
+    d->print_engine.set_goes_on(std::move(goesOn));
+}
+
 void PsPrinter::setOutputFormat(OutputFormat) {}
 
 void PsPrinter::setMargins(unsigned top, unsigned left, unsigned bottom, unsigned right) {

@@ -4,6 +4,7 @@
 
 #include <QPrinter>
 
+#include <functional>
 #include <memory>
 
 namespace printman {
@@ -48,6 +49,10 @@ public:
     /// puts the job into the error state. The file is readable by its owner alone, an earlier one
     /// is gone when the job starts, and nothing is left of an aborted or failed job.
     void setScratchFileName(const QString& path);
+
+    /// Sets what is asked some twenty times a second while a job waits for its spooler: false drops
+    /// the job, with "canceled" for its error. Empty for none, as in the beginning.
+    void setGoesOn(std::function<bool()> goesOn);
 
     /// Does nothing: the output is PostScript.
     void setOutputFormat(OutputFormat format);

@@ -57,7 +57,7 @@ public:
             if (n >= 0)
                 bytes.remove_prefix(static_cast<size_t>(n));
             else if (errno != EINTR)
-                return fail(reason(errno));
+                return fail_with(errno);
         }
         return true;
     }
@@ -67,7 +67,7 @@ public:
         if (error == 0)
             return true;
         ::unlink(path_.constData());
-        return fail(reason(error));
+        return fail_with(error);
     }
     void discard() override {
         if (fd_ < 0)
@@ -78,6 +78,10 @@ public:
     }
 
 private:
+    bool fail_with(int error) {
+        return fail(QFile::decodeName(path_) + QStringLiteral(": ") + reason(error));
+    }
+
     QByteArray path_;
     int fd_ = -1;
 };
@@ -110,12 +114,15 @@ private:
 
 constexpr int write_patience = 60 * 1000; // milliseconds
 constexpr int end_patience = 300 * 1000;
+constexpr int leave_patience = 2 * 1000;
 constexpr int end_poll = 10;
+constexpr int question_interval = 50;
 
 class ProgramSink : public PsSink {
 public:
-    ProgramSink(QString program, QStringList arguments)
-        : program_(std::move(program)), arguments_(std::move(arguments)) {}
+    ProgramSink(QString program, QStringList arguments, std::function<bool()> goes_on)
+        : program_(std::move(program)), arguments_(std::move(arguments)),
+          goes_on_(std::move(goes_on)) {}
     ~ProgramSink() override { ProgramSink::discard(); }
 
     bool open() override;
@@ -129,12 +136,18 @@ private:
     bool has_ended();
     bool judge();
     bool wait_for_room();
+    bool wait_for_end(int patience);
+    bool is_stopped();
+    void kill();
 
     QString program_;
     QStringList arguments_;
+    std::function<bool()> goes_on_;
     std::unique_ptr<ChildStatusGuard> guard_;
     int pipe_ = -1;
     pid_t child_ = 0;
+    bool is_fed_ = false;
+    bool stopped_ = false;
     bool ended_ = false;
     bool lost_ = false;
     int status_ = 0;
@@ -209,17 +222,45 @@ bool ProgramSink::alive() {
     return judge() && fail(program_ + QStringLiteral(" ended before it had the whole job"));
 }
 
+/// Whether the user has had enough.
+bool ProgramSink::is_stopped() {
+    stopped_ = stopped_ || (goes_on_ && !goes_on_());
+    return stopped_;
+}
+
 bool ProgramSink::wait_for_room() {
     pollfd room = {pipe_, POLLOUT, 0};
-    int ready;
-    do {
-        ready = ::poll(&room, 1, write_patience);
-    } while (ready < 0 && errno == EINTR);
-    return ready > 0 || fail(program_ + QStringLiteral(" takes nothing"));
+    for (int waited = 0; waited < write_patience; waited += question_interval) {
+        if (::poll(&room, 1, question_interval) > 0)
+            return true;
+        if (is_stopped())
+            return fail(QStringLiteral("canceled"));
+    }
+    return fail(program_ + QStringLiteral(" takes nothing"));
+}
+
+/// Waits so many milliseconds for the program's end.
+///
+/// @return false when that is not long enough, or the user has had enough
+bool ProgramSink::wait_for_end(int patience) {
+    for (int waited = 0; !has_ended(); waited += end_poll) {
+        if (waited >= patience || (waited > 0 && waited % question_interval == 0 && is_stopped()))
+            return false;
+        ::usleep(end_poll * 1000);
+    }
+    return true;
+}
+
+void ProgramSink::kill() {
+    while (!has_ended()) {
+        ::kill(child_, SIGKILL);
+        ::usleep(1000);
+    }
 }
 
 bool ProgramSink::write(std::string_view bytes) {
     const PipeSignalGuard quiet;
+    is_fed_ = is_fed_ || !bytes.empty();
     while (!bytes.empty()) {
         const ssize_t n = ::write(pipe_, bytes.data(), bytes.size());
         if (n >= 0) {
@@ -231,9 +272,7 @@ bool ProgramSink::write(std::string_view bytes) {
             return false;
         if (error == EPIPE) {
             // It has closed its input and ends now, with a status that says more.
-            for (int waited = 0; waited < end_poll * 100 && !has_ended(); waited += end_poll)
-                ::usleep(end_poll * 1000);
-            return alive() && fail(reason(error));
+            return wait_for_end(leave_patience) ? alive() : fail(reason(error));
         }
         if (error != EAGAIN && error != EINTR)
             return fail(reason(error));
@@ -244,27 +283,38 @@ bool ProgramSink::write(std::string_view bytes) {
 bool ProgramSink::close() {
     ::close(pipe_);
     pipe_ = -1;
-    for (int waited = 0; !has_ended(); waited += end_poll) {
-        if (waited >= end_patience)
-            ::kill(child_, SIGKILL);
-        ::usleep(end_poll * 1000);
-    }
+    wait_for_end(end_patience);
+    kill();
     guard_.reset();
-    return judge();
+    return stopped_ ? fail(QStringLiteral("canceled")) : judge();
 }
 
 void ProgramSink::discard() {
     if (pipe_ < 0)
         return;
-    // It must not see the end of its input, or it would queue what it has.
-    while (!has_ended()) {
-        ::kill(child_, SIGKILL);
-        ::usleep(1000);
+    // Once it has something it must not see the end of its input, or it would queue that.
+    if (!is_fed_) {
+        ::close(pipe_);
+        goes_on_ = nullptr;
+        wait_for_end(leave_patience);
     }
-    ::close(pipe_);
+    kill();
+    if (is_fed_)
+        ::close(pipe_);
     pipe_ = -1;
     guard_.reset();
 }
+
+/// The spooler of a machine that has none.
+class NoSpooler : public PsSink {
+public:
+    bool open() override {
+        return fail(QStringLiteral("lp is not installed; the Debian package cups-client has it"));
+    }
+    bool write(std::string_view /*bytes*/) override { return false; }
+    bool close() override { return false; }
+    void discard() override {}
+};
 
 } // namespace
 
@@ -276,25 +326,32 @@ std::unique_ptr<PsSink> make_scratch_sink(const QString& path) {
     return std::make_unique<ScratchSink>(path);
 }
 
-std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringList& arguments) {
-    return std::make_unique<ProgramSink>(program, arguments);
+std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringList& arguments,
+                                          const std::function<bool()>& goes_on) {
+    return std::make_unique<ProgramSink>(program, arguments, goes_on);
 }
 
-std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies, bool collate) {
+std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies, bool collate,
+                                          const std::function<bool()>& goes_on) {
     QStringList arguments;
-    if (!QStandardPaths::findExecutable(QStringLiteral("lp")).isEmpty()) {
+    const auto is_installed = [](const char16_t* program) {
+        return !QStandardPaths::findExecutable(QString::fromUtf16(program)).isEmpty();
+    };
+    if (is_installed(u"lp")) {
         if (!printer.isEmpty())
             arguments << QStringLiteral("-d") << printer;
         if (copies > 1)
             arguments << QStringLiteral("-n") << QString::number(copies) << QStringLiteral("-o")
                       << QStringLiteral("collate=%1").arg(collate ? u"true" : u"false");
-        return make_program_sink(QStringLiteral("lp"), arguments);
+        return make_program_sink(QStringLiteral("lp"), arguments, goes_on);
     }
+    if (!is_installed(u"lpr"))
+        return std::make_unique<NoSpooler>();
     if (!printer.isEmpty())
         arguments << QStringLiteral("-P") << printer;
     if (copies > 1)
         arguments << QStringLiteral("-#%1").arg(copies);
-    return make_program_sink(QStringLiteral("lpr"), arguments);
+    return make_program_sink(QStringLiteral("lpr"), arguments, goes_on);
 }
 
 } // namespace printman

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -26,7 +27,8 @@ public:
     /// Completes the job.
     virtual bool close() = 0;
 
-    /// Drops the job: an earlier file stays, the spooler gets nothing more.
+    /// Drops the job: an earlier file stays. The spooler gets nothing more; where nothing was
+    /// written yet it is told that there is nothing, so that no empty job stays in its queue.
     virtual void discard() = 0;
 
     const QString& error() const { return error_; }
@@ -53,10 +55,15 @@ std::unique_ptr<PsSink> make_scratch_sink(const QString& path);
 /// one that was lost, takes nothing for a minute, or does not end within five after its input has.
 ///
 /// @param program found on PATH
-std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringList& arguments);
+/// @param goes_on asked some twenty times a second while the program is waited for: false drops the
+///                job; may be empty
+std::unique_ptr<PsSink> make_program_sink(const QString& program, const QStringList& arguments,
+                                          const std::function<bool()>& goes_on = {});
 
 /// The job for a printer's queue: `lp -d NAME`, or `lpr -P NAME` where there is no lp; without a
 /// name the spooler's default queue. More than one copy is the spooler's to make.
-std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies, bool collate);
+/// Where there is neither, opening fails with a word about the package that has it.
+std::unique_ptr<PsSink> make_spooler_sink(const QString& printer, int copies, bool collate,
+                                          const std::function<bool()>& goes_on = {});
 
 } // namespace printman

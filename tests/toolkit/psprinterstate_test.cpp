@@ -3,6 +3,7 @@
 #include <printman/toolkit/psprinter.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QPageLayout>
 #include <QPainter>
@@ -311,7 +312,8 @@ TEST_F(PsPrinterState, noSpoolerIsAnError) {
     QPainter p;
     EXPECT_FALSE(p.begin(&printer_));
     EXPECT_EQ(printer_.printerState(), QPrinter::Error);
-    EXPECT_TRUE(printer_.errorString().contains(QStringLiteral("lpr")));
+    EXPECT_EQ(printer_.errorString(),
+              QStringLiteral("lp is not installed; the Debian package cups-client has it"));
 }
 
 TEST_F(PsPrinterState, aSpoolerThatDiesIsAnError) {
@@ -329,9 +331,9 @@ TEST_F(PsPrinterState, aSpoolerThatDiesIsAnError) {
 }
 
 TEST_F(PsPrinterState, anAbortedJobNeverReachesTheQueue) {
-    // The spooler queues what it has when its input ends.
+    // A spooler queues what it has when its input ends, and refuses a job of nothing.
     write_script(bin() + QStringLiteral("/lp"),
-                 "/bin/cat > /dev/null; : > " + path("queued").toLocal8Bit() + "\n");
+                 "[ -z \"$(/bin/cat)\" ] && exit 1; : > " + path("queued").toLocal8Bit() + "\n");
     const EnvironmentGuard search("PATH", bin().toLocal8Bit());
     QPainter p;
     ASSERT_TRUE(p.begin(&printer_));
@@ -339,6 +341,18 @@ TEST_F(PsPrinterState, anAbortedJobNeverReachesTheQueue) {
     printer_.abort();
     p.end();
     EXPECT_FALSE(QFile::exists(path("queued")));
+}
+
+TEST_F(PsPrinterState, anAbortedJobDoesNotWaitForASpoolerThatDoesNotEnd) {
+    write_script(bin() + QStringLiteral("/lp"), "exec /bin/sleep 300\n");
+    const EnvironmentGuard search("PATH", bin().toLocal8Bit());
+    QElapsedTimer time;
+    time.start();
+    QPainter p;
+    ASSERT_TRUE(p.begin(&printer_));
+    printer_.abort();
+    p.end();
+    EXPECT_LT(time.elapsed(), 60000);
 }
 
 TEST_F(PsPrinterState, copiesOfAFileAreInTheDocument) {

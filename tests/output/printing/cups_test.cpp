@@ -66,6 +66,18 @@ TEST_F(RealQueue, thatDoesNotExistIsAnErrorThatTheUserSees) {
     EXPECT_EQ(fixed_names(), QStringList());
 }
 
+TEST_F(RealQueue, keepsNothingOfAJobThatWasCanceled) {
+    report(3);
+    manager_.set_progress([](int done, int) { return done < 2; });
+    EXPECT_EQ(print("laser"), 0);
+    EXPECT_EQ(error(), text("canceled"));
+    EXPECT_EQ(testsupport::run(text("lpstat"), {text("-o")}).out, "");
+    EXPECT_EQ(cups_.jobs(0).size(), 0);
+    manager_.set_progress({});
+    EXPECT_EQ(print("laser"), 1) << error().toStdString();
+    EXPECT_EQ(cups_.jobs(1).size(), 1);
+}
+
 TEST_F(RealQueue, aHostileNameIsAQueueThatDoesNotExist) {
     report(1);
     for (const bool pdf_mode : {false, true})

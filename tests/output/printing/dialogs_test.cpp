@@ -1,7 +1,10 @@
 #include "tests/output/printing/printing.h"
 #include "tests/support/dialogs.h"
 
+#include <printman/select/pageprint.h>
+
 #include <QFontDialog>
+#include <QFontInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPrintDialog>
@@ -45,6 +48,10 @@ protected:
             ASSERT_NE(fonts, nullptr);
             EXPECT_EQ(fonts->currentFont().pointSize(), 12);
             EXPECT_FALSE(fonts->currentFont().italic());
+            EXPECT_EQ(fonts->currentFont().family(),
+                      printman::first_dialog_font(text("Courier New")).family());
+            EXPECT_EQ(QFontInfo(fonts->currentFont()).family(),
+                      QFontInfo(QFont(text("Courier New"))).family());
             fonts->setCurrentFont(QFont(text("Liberation Mono"), 10));
             DialogAnswers::ok(dialog);
         });
@@ -57,6 +64,7 @@ protected:
             ASSERT_NE(box, nullptr);
             EXPECT_EQ(box->windowTitle(), title);
             EXPECT_EQ(box->text(), message);
+            EXPECT_EQ(box->textFormat(), Qt::PlainText);
             box->accept();
         });
     }
@@ -142,6 +150,41 @@ TEST_F(AskedJobs, theDialogDoesNotProposeTheFileOfAServerJob) {
     EXPECT_FALSE(proposed_.contains(text("server"))) << proposed_.toStdString();
 }
 
+TEST_F(AskedJobs, theDialogForAPageProposesNoFileOfAJobEither) {
+    report(1);
+    ASSERT_EQ(manager_.get_rpt_page(1), 1);
+    write_file(path(text("job.bin")),
+               QByteArray::fromStdString(setup_bytes({record("laser", "office")})));
+    ASSERT_EQ(manager_.print_serverrpt_page("laser", 1, 1, 0, path(text("server.ps")),
+                                            path(text("job.bin")), {}, {}),
+              1);
+    const auto look = [this](QDialog& dialog) {
+        proposed_ = dialog.findChild<QLineEdit*>(text("filename"))->text();
+        DialogAnswers::cancel(dialog);
+    };
+    answers_.then(look);
+    manager_.print_cur_page(&window_);
+    EXPECT_FALSE(proposed_.contains(text("server"))) << proposed_.toStdString();
+    ASSERT_EQ(manager_.generate_watermark(), 1) << error().toStdString();
+    answers_.then(look);
+    manager_.print_cur_page(&window_);
+    EXPECT_FALSE(proposed_.contains(text("watermark"))) << proposed_.toStdString();
+}
+
+TEST_F(AskedJobs, aFileGetsPagesAfterAPrinterOfPlainText) {
+    report(2);
+    manager_.text_once = true;
+    write_file(path(text("job.bin")),
+               QByteArray::fromStdString(setup_bytes({record("plain", "Generic")})));
+    ASSERT_EQ(manager_.print_serverrpt_page("plain", 1, 1, 0, path(text("server.ps")),
+                                            path(text("job.bin")), {}, {}),
+              1);
+    choose_file(path(text("a.ps")));
+    choose_font();
+    EXPECT_EQ(print(nullptr, 0), 1) << error().toStdString();
+    EXPECT_TRUE(read(text("a.ps")).contains("%%Pages: 2\n"));
+}
+
 TEST_F(AskedJobs, aPdfIsSavedInTheChosenFontUnderItsNameInTmpdir) {
     report(2);
     write_file(path(text("korvopdf.pdf")), "earlier");
@@ -206,4 +249,18 @@ TEST_F(AskedJobs, aReportPrinterThatIsNotFoundIsToldAndTheSetupFileConsumed) {
         EXPECT_EQ(manager_.print_rpt_pdffile(&window_), 1) << error().toStdString();
         EXPECT_EQ(QFile::exists(setup), setup != path(text("job.bin")));
     }
+}
+
+TEST_F(AskedJobs, theNameOfASetupFileRemovesNoOtherFile) {
+    report(1);
+    write_file(path(text("victim")), "precious");
+    const QString setup = path(text("victim")) + QChar(u'\0') + text("bin");
+    EXPECT_EQ(manager_.print_serverrpt_page("laser", 1, 1, 0, path(text("o.ps")), setup, {}, {}),
+              0);
+    manager_.report_printer_id = text("nobody");
+    manager_.report_setup_file = setup;
+    read_box(text("Talvine Thinclient Message"), text("Can not find report printer 'nobody'"));
+    answers_.then(DialogAnswers::cancel);
+    EXPECT_EQ(manager_.print_rpt_pdffile(&window_), 0);
+    EXPECT_EQ(read(text("victim")), "precious");
 }

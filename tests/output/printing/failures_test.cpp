@@ -152,7 +152,7 @@ TEST_F(Failures, ofAFullDiskLeaveTheEarlierFile) {
     ::setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, before);
     EXPECT_EQ(result, 0);
-    EXPECT_FALSE(error().isEmpty());
+    EXPECT_EQ(error(), text("File too large"));
     EXPECT_EQ(log(), QStringList());
     expect_earlier_file();
 }
@@ -164,7 +164,7 @@ TEST_F(Failures, ofADeviceThatIsFullAreTold) {
     EXPECT_EQ(manager_.print_serverrpt_page("laser", 1, 1, 0, text("/dev/full"),
                                             path(text("job.bin")), {}, {}),
               0);
-    EXPECT_FALSE(error().isEmpty());
+    EXPECT_EQ(error(), text("No space left on device"));
 }
 
 TEST_F(Failures, aDeviceIsNeverReplacedByAPdf) {
@@ -210,6 +210,23 @@ TEST_F(Failures, nothingIsWrittenThroughALinkAtAFixedName) {
     }
 }
 
+TEST_F(Failures, whatIsInTheWayOfAJobIsFoundBeforeItIsPainted) {
+    report(1);
+    ASSERT_TRUE(QDir().mkdir(text("/tmp/watermark.pdf")));
+    manager_.pdf_mode = true;
+    EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 1) << error().toStdString();
+    QFile::remove(tools_.filePath(text("log")));
+    int painted = 0;
+    manager_.set_progress([&painted](int, int) { return ++painted; });
+    manager_.set_watermark_info("DRAFT", "Liberation Sans", 40, 0, QColor(Qt::red), 0, 0, 0);
+    EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 0);
+    EXPECT_EQ(error(), text("/tmp/watermark.pdf: is in the way and is no file"));
+    EXPECT_TRUE(QDir().rmdir(text("/tmp/watermark.pdf")));
+    EXPECT_EQ(painted, 0);
+    EXPECT_EQ(log(), QStringList());
+    EXPECT_EQ(fixed_names(), QStringList());
+}
+
 TEST_F(Failures, whatIsNotOnesOwnAtAFixedNameFailsTheJobAndStays) {
     report(1);
     paint();
@@ -219,7 +236,7 @@ TEST_F(Failures, whatIsNotOnesOwnAtAFixedNameFailsTheJobAndStays) {
     EXPECT_EQ(error(), text("/tmp/korvo.pdf: is in the way and is no file"));
     EXPECT_TRUE(QDir().rmdir(text("/tmp/korvo.pdf")));
     EXPECT_EQ(log(), QStringList());
-    ASSERT_TRUE(QFile::remove(text("/tmp/korvo.ps")));
+    EXPECT_EQ(fixed_names(), QStringList());
     ASSERT_TRUE(QDir().mkdir(text("/tmp/korvo.ps")));
     EXPECT_EQ(manager_.create_printer("office", DLWDEVMODE{}), nullptr);
     EXPECT_EQ(error(), text("/tmp/korvo.ps: is in the way and is no file"));

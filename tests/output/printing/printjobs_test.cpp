@@ -1,5 +1,6 @@
 #include "tests/output/printing/printing.h"
 
+#include <QElapsedTimer>
 #include <QPainter>
 
 using testsupport::pdf_words;
@@ -76,6 +77,7 @@ TEST_F(PrintJobs, aServerJobWithoutAPrinterIdDoesNothing) {
     report(1);
     for (const char* none : {"", static_cast<const char*>(nullptr)}) {
         EXPECT_EQ(serve(none), 0);
+        EXPECT_EQ(error(), text("there is no printer id"));
         EXPECT_EQ(files(), QStringList{text("job.bin")});
     }
 }
@@ -109,14 +111,35 @@ TEST_F(PrintJobs, ofPlainTextShowProgressAndCanBeStopped) {
         seen << text("%1/%2").arg(done).arg(total);
         return done < last;
     });
-    ASSERT_EQ(manager_.print_rpt_page(nullptr, "plain", 2, 1, 0, 0), 1);
+    ASSERT_EQ(serve("plain", 2), 1) << error().toStdString();
     // First the text is made.
     EXPECT_EQ(seen, text("1/3 2/3 3/3 1/6 2/6 3/6 4/6 5/6 6/6").split(u' '));
-    ASSERT_TRUE(QFile::remove(tools_.filePath(text("job"))));
+    const QByteArray whole = read(text("out.ps"));
     last = 5;
-    EXPECT_EQ(manager_.print_rpt_page(nullptr, "plain", 2, 1, 0, 0), 0);
+    EXPECT_EQ(serve("plain", 2), 0);
     EXPECT_EQ(error(), text("canceled"));
-    EXPECT_EQ(files(), QStringList());
+    EXPECT_EQ(read(text("out.ps")), whole);
+    EXPECT_EQ(files(), QStringList{text("out.ps")});
+}
+
+TEST_F(PrintJobs, canBeStoppedWhileTheirSpoolerTakesItsTime) {
+    report(2);
+    stub("lp", "/bin/cat >/dev/null\n/bin/sleep 60\n");
+    int asked = 0;
+    manager_.set_progress([&asked](int done, int total) { return done < total || ++asked < 3; });
+    QElapsedTimer time;
+    time.start();
+    EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 0);
+    EXPECT_LT(time.elapsed(), 30000);
+    EXPECT_EQ(error(), text("canceled"));
+}
+
+TEST_F(PrintJobs, withoutASpoolerTellWhichPackageHasIt) {
+    report(1);
+    ASSERT_TRUE(QFile::remove(tools_.filePath(text("lp"))));
+    ASSERT_TRUE(QFile::remove(tools_.filePath(text("lpr"))));
+    EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 0);
+    EXPECT_EQ(error(), text("lp is not installed; the Debian package cups-client has it"));
 }
 
 TEST_F(PrintJobs, aLocalJobGoesToTheSpoolerOfItsQueue) {
@@ -262,6 +285,8 @@ TEST_F(PrintJobs, aReportThatBecomesUnreadableLeavesNoHalfJob) {
 }
 
 TEST_F(PrintJobs, aManagerWithoutReportOrPrinterPrintsNothing) {
+    EXPECT_EQ(serve("laser"), 0);
+    EXPECT_EQ(files(), QStringList());
     EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 0);
     EXPECT_EQ(manager_.create_pdffile() + manager_.print_pdf_file() +
                   manager_.print_serverpdf_file() + manager_.save_rpt_pdffile(nullptr) +
