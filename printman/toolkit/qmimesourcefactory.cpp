@@ -1,7 +1,6 @@
 #include <printman/toolkit/qmimesourcefactory.h>
 
 #include <QGlobalStatic>
-#include <QGuiApplication>
 #include <QMimeData>
 
 namespace {
@@ -49,9 +48,7 @@ const QMimeData* QMimeSourceFactory::data(const QString& name) {
 
 QPixmap QMimeSourceFactory::pixmap(const QString& name) {
     const QMimeData* const found = data(name);
-    if (!found || !qGuiApp)
-        return {};
-    return QPixmap::fromImage(qvariant_cast<QImage>(found->imageData()));
+    return found ? QPixmap::fromImage(qvariant_cast<QImage>(found->imageData())) : QPixmap();
 }
 
 void QMimeSourceFactory::setImage(const QString& name, const QImage& image) {

@@ -47,9 +47,9 @@ public:
     ///         goes or is given another image of that name
     virtual const QMimeData* data(const QString& name);
 
-    /// The image of data(), to be shown.
+    /// The image of data(), to be shown. A pixmap needs a QGuiApplication; data() does not.
     ///
-    /// @return a null pixmap when there is none, and without a QGuiApplication
+    /// @return a null pixmap when there is none
     QPixmap pixmap(const QString& name);
 
     /// Keeps @p image under @p name in place of an earlier one; a null image removes it.
