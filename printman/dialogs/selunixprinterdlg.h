@@ -1,0 +1,89 @@
+#pragma once
+
+#include <printman/toolkit/export.h>
+
+#include <QDialog>
+#include <QString>
+
+#include <memory>
+
+class CPrintMan;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPushButton;
+namespace Ui {
+class selUnixPrinterDlgBase;
+}
+
+/// The widgets of the dialog that shows a local printer of the system, without behaviour. All
+/// fields whose names begin with "txt" are read-only.
+class PRINTMAN_EXPORT selUnixPrinterDlgBase : public QDialog {
+    Q_OBJECT
+
+public:
+    /// @param name the object's name; null or empty for "selUnixPrinterDlgBase"
+    explicit selUnixPrinterDlgBase(QWidget* parent = nullptr, const char* name = nullptr,
+                                   bool modal = false, Qt::WindowFlags flags = {});
+    ~selUnixPrinterDlgBase() override;
+
+    QGroupBox* gbPrinter;
+    QLabel* lbPrinterID;
+    QComboBox* cbPrinterID; ///< the printer ids to choose from
+    QLabel* lbPort;
+    QLineEdit* txtPort;
+    QLabel* lbDescription;
+    QLineEdit* txtDescription;
+    QGroupBox* gbDefPageLength;
+    QLabel* lbPageLength;
+    QLineEdit* txtPageLength;
+    QLabel* lbFirstLine;
+    QLineEdit* txtFirstLine;
+    QLabel* lbLastLine;
+    QLineEdit* txtLastLine;
+    QPushButton* btnOK;
+    QPushButton* btnCancel;
+
+public slots:
+    /// Gives every widget its text again, in the language of now.
+    virtual void languageChange();
+
+protected:
+    void changeEvent(QEvent* event) override;
+
+private:
+    std::unique_ptr<Ui::selUnixPrinterDlgBase> ui_;
+};
+
+/// The dialog in which the user picks a local printer of the system that the host told the print
+/// manager of, and sees what is known about it. Set printman, run it with exec(), and take
+/// printer_id. It is as small as its layout allows and cannot be enlarged.
+class PRINTMAN_EXPORT SelUnixPrinterDlg : public selUnixPrinterDlgBase {
+    Q_OBJECT
+
+public:
+    explicit SelUnixPrinterDlg(QWidget* parent = nullptr, const char* name = nullptr,
+                               bool modal = false, Qt::WindowFlags flags = {});
+
+    CPrintMan* printman = nullptr; ///< has the printers; the caller keeps it
+    QString printer_id;            ///< what was picked last; empty without a pick
+
+public slots:
+    /// Remembers @p text, and shows the printer of that id; without one, the fields stay.
+    void cbPrinterID_activated(const QString& text);
+
+    /// Accepts, whatever was picked.
+    void btnOK_clicked();
+
+    /// Rejects.
+    void btnCancel_clicked();
+
+public:
+    /// Puts the ids of every slot of the print manager's list into the dialog's, and picks none; a
+    /// list that has entries stays. It is called whenever the dialog is shown.
+    void load_printers();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+};
