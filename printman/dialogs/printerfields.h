@@ -2,6 +2,7 @@
 
 #include <printman/printer/textfield.h>
 
+#include <QComboBox>
 #include <QLineEdit>
 #include <QString>
 
@@ -23,6 +24,11 @@ inline void show_text(QLineEdit* field, const QString& text) {
 
 inline void show_number(QLineEdit* field, int number) {
     show_text(field, QString::number(number));
+}
+
+/// Shows what was picked from its beginning.
+inline void show_beginning(QComboBox* box) {
+    box->lineEdit()->setCursorPosition(0);
 }
 
 /// Has the layout give the field room for @p sample and the field's frame, in the field's font.

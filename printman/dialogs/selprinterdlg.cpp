@@ -137,6 +137,7 @@ void SelPrinterDlg::btnCancel_clicked() {
 }
 
 void SelPrinterDlg::cbPrinterID_activated(const QString& text) {
+    show_beginning(cbPrinterID);
     WinPrtSetup record{};
     if (get_prt_data(text, &record) == 0)
         return;

@@ -60,6 +60,7 @@ SelUnixPrinterDlg::SelUnixPrinterDlg(QWidget* parent, const char* name, bool mod
 }
 
 void SelUnixPrinterDlg::cbPrinterID_activated(const QString& text) {
+    show_beginning(cbPrinterID);
     printer_id = text;
     if (!printman)
         return;

@@ -301,20 +301,23 @@ TEST_F(SelectPrinter, isAsSmallAsItsLayoutAllowsAndStaysSo) {
     EXPECT_EQ(dialog_.size(), smallest);
 }
 
-TEST_F(SelectPrinter, aLongIdDoesNotWidenItAndLongTextsAreShownFromTheirBeginning) {
+TEST_F(SelectPrinter, longTextsDoNotWidenItAndAreShownFromTheirBeginning) {
     dialog_.show();
     const QSize smallest = dialog_.size();
-    dialog_.hide();
     WinPrtSetup wide = host_printer(std::string(127, 'W'));
     set_text(wide.printer_name, std::string(127, 'N'));
-    set_host_printers(manager_, {wide});
-    manager_.add_win_printer(&wide);
-    dialog_.cbPrinterID->clear();
-    dialog_.init_dialog();
-    dialog_.show();
-    dialog_.cbPrinterID_activated(dialog_.cbPrinterID->itemText(0));
-    EXPECT_EQ(dialog_.size(), smallest);
-    EXPECT_EQ(dialog_.txtPrinterName->cursorPosition(), 0);
+    CPrintMan other;
+    set_host_printers(other, {wide});
+    SelPrinterDlg dialog;
+    dialog.printman = &other;
+    dialog.server_printers = true;
+    dialog.show();
+    pick(dialog.cbPrinterID, 0);
+    EXPECT_EQ(dialog.size(), smallest);
+    EXPECT_EQ(dialog.txtPrinterName->text(), QString(127, u'N'));
+    EXPECT_EQ(dialog.txtPrinterName->cursorPosition(), 0);
+    EXPECT_EQ(dialog.cbPrinterID->currentText(), QString(127, u'W'));
+    EXPECT_EQ(dialog.cbPrinterID->lineEdit()->cursorPosition(), 0);
 }
 
 TEST_F(SelectPrinter, growsWithTheLanguageAlone) {

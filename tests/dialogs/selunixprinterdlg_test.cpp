@@ -258,6 +258,7 @@ TEST_F(SelectUnixPrinter, textsThatFillTheirFieldsEndInThem) {
     EXPECT_EQ(dialog.txtPort->text(), QString(79, u'x'));
     EXPECT_EQ(dialog.txtDescription->text(), QString(83, u'x'));
     EXPECT_EQ(dialog.txtDescription->cursorPosition(), 0);
+    EXPECT_EQ(dialog.cbPrinterID->lineEdit()->cursorPosition(), 0);
 }
 
 TEST_F(SelectUnixPrinter, tabGoesThroughItFromTopToBottom) {
