@@ -41,21 +41,41 @@ ScreenColours read_screen_colours() {
     return colours;
 }
 
-std::optional<QFont> read_screen_font() {
+void ScreenFontSettings::apply(QFont& font) const {
+    font.setFamily(family);
+    if (point_size)
+        font.setPointSize(*point_size);
+    if (weight)
+        set_legacy_weight(font, *weight);
+    font.setItalic(italic);
+    // A style that was chosen by its name would go before weight and slant.
+    font.setStyleName({});
+}
+
+std::optional<ScreenFontSettings> read_screen_font_settings() {
     const std::string family = font_setting("SCR_FACENAME");
     if (family.empty())
         return std::nullopt;
-    QFont font;
-    font.setFamily(QString::fromLatin1(family.c_str()));
-    const std::string size = font_setting("SCR_POINTSIZE");
-    // No font has a size of 0 or less: the default stays.
-    if (number(size, 0, max_point_size) > 0)
-        font.setPointSize(static_cast<int>(number(size, 0, max_point_size)));
+    ScreenFontSettings settings;
+    settings.family = QString::fromLatin1(family.c_str());
+    const auto size = static_cast<int>(number(font_setting("SCR_POINTSIZE"), 0, max_point_size));
+    // No font has a size of 0 or less.
+    if (size > 0)
+        settings.point_size = size;
     const std::string weight = font_setting("SCR_WEIGHT");
     if (!weight.empty())
-        set_legacy_weight(font, static_cast<int>(number(weight, 0, max_legacy_weight)));
+        settings.weight = static_cast<int>(number(weight, 0, max_legacy_weight));
     const std::string italic = font_setting("SCR_ITALIC");
-    font.setItalic(italic.starts_with('y') || italic.starts_with('Y'));
+    settings.italic = italic.starts_with('y') || italic.starts_with('Y');
+    return settings;
+}
+
+std::optional<QFont> read_screen_font() {
+    const auto settings = read_screen_font_settings();
+    if (!settings)
+        return std::nullopt;
+    QFont font;
+    settings->apply(font);
     return font;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QString>
 
 #include <optional>
 
@@ -17,9 +18,22 @@ struct ScreenColours {
 /// part cut to 0..255. What the host answers for a missing setting is its own business.
 ScreenColours read_screen_colours();
 
-/// The font that the settings SCR_FACENAME, SCR_POINTSIZE, SCR_WEIGHT (0 to 99, 50 normal) and
-/// SCR_ITALIC ("y...") of dlwmenu.ini name; a missing one leaves that of a default font. None
-/// without a face name.
+/// What the settings SCR_FACENAME, SCR_POINTSIZE, SCR_WEIGHT and SCR_ITALIC ("y...") of dlwmenu.ini
+/// say of the font on screen.
+struct ScreenFontSettings {
+    QString family;
+    std::optional<int> point_size;
+    std::optional<int> weight; ///< 0 to 99, 50 normal
+    bool italic = false;
+
+    /// Gives @p font these properties; what the settings do not say stays.
+    void apply(QFont& font) const;
+};
+
+/// None without a face name.
+std::optional<ScreenFontSettings> read_screen_font_settings();
+
+/// A default font with what the settings say. None without a face name.
 std::optional<QFont> read_screen_font();
 
 } // namespace printman

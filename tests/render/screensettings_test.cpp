@@ -99,3 +99,25 @@ TEST_F(ScreenSettings, coloursOutOfRangeAreCut) {
     testhost::set("KRV_COLOR_SBG", "-1,256,99999");
     EXPECT_EQ(read_screen_colours().page, QColor(0, 255, 255));
 }
+
+TEST_F(ScreenSettings, changeInAFontWhatTheySay) {
+    testhost::set("SCR_FACENAME", "Liberation Mono");
+    QFont font(QStringLiteral("Liberation Serif"), 17);
+    font.setBold(true);
+    font.setItalic(true);
+    font.setStyleName(QStringLiteral("Bold Italic"));
+    read_screen_font_settings()->apply(font);
+    EXPECT_EQ(font.styleName(), QString());
+    EXPECT_EQ(font.family(), QStringLiteral("Liberation Mono"));
+    EXPECT_EQ(font.pointSize(), 17);
+    EXPECT_TRUE(font.bold());
+    EXPECT_FALSE(font.italic());
+}
+
+TEST_F(ScreenSettings, keepTheWeightThatWasReadAsItIs) {
+    testhost::set("SCR_FACENAME", "Liberation Mono");
+    EXPECT_FALSE(read_screen_font_settings()->weight);
+    testhost::set("SCR_WEIGHT", "30");
+    EXPECT_EQ(read_screen_font_settings()->weight, 30);
+    EXPECT_EQ(read_screen_font()->weight(), QFont::Light);
+}
