@@ -14,7 +14,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 #include <unistd.h>
 
 using namespace printman;
@@ -333,18 +332,6 @@ int CPrintMan::print_page(QPainter* p) {
 void CPrintMan::set_paper_size(int width, int height) {
     d->units.paper_width = width;
     d->units.paper_height = height;
-}
-
-void CPrintMan::set_print_dest(const PrintDest& dest) {
-    std::memcpy(&d->dest, &dest, sizeof d->dest);
-}
-
-PrintDest* CPrintMan::get_print_dest() {
-    return &d->dest;
-}
-
-int CPrintMan::show_print_dest(const PrintDest&) {
-    return 0;
 }
 
 void CPrintMan::printman_error(const char*) {}

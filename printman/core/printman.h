@@ -485,6 +485,8 @@ public:
     /// Makes "/tmp/watermark.pdf", one page on the printer's sheet. The next job removes it.
     int generate_watermark();
 
+    // Where a report goes: a record of the manager's own, all zero at first.
+
     /// Copies the whole record in.
     void set_print_dest(const PrintDest& dest);
     PrintDest* get_print_dest();
@@ -493,6 +495,12 @@ public:
     ///
     /// @return 0
     int show_print_dest(const PrintDest& dest);
+
+    /// Lets the user change the record in a dialog; with the screen as destination, the font that
+    /// the dialog shows becomes the screen font, as load_screenfont() does it.
+    ///
+    /// @return 1; 0 when the user cancels, and the record then stays, or the manager goes meanwhile
+    int show_print_dest();
 
     // The printers that the host hands over: those that it defines itself, and the local ones. Of
     // each list the host sets the capacity to exactly the number of its printers and adds them all
