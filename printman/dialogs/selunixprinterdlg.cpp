@@ -30,7 +30,7 @@ selUnixPrinterDlgBase::selUnixPrinterDlgBase(QWidget* parent, const char* name, 
     txtLastLine = ui_->txtLastLine;
     btnOK = ui_->btnOK;
     btnCancel = ui_->btnCancel;
-    make_room(txtDescription, QStringLiteral("HP LaserJet in the office, second floor"));
+    make_room(txtDescription, QStringLiteral("Laser printer in the office, second floor"));
     for (QLineEdit* const number : {txtPageLength, txtFirstLine, txtLastLine})
         make_room(number, QStringLiteral("000000"));
     resize(size().expandedTo(minimumSizeHint()));
