@@ -14,6 +14,7 @@
 
 inline std::vector<std::string> entries(const QComboBox* box) {
     std::vector<std::string> texts;
+    texts.reserve(static_cast<size_t>(box->count()));
     for (int i = 0; i < box->count(); ++i)
         texts.push_back(box->itemText(i).toStdString());
     return texts;
@@ -49,6 +50,7 @@ inline std::string tab_walk(QDialog& dialog, QWidget* first) {
 inline std::vector<std::string> texts_of(const QDialog& dialog,
                                          std::initializer_list<const char*> names) {
     std::vector<std::string> texts;
+    texts.reserve(names.size());
     for (const char* name : names) {
         const auto* const field = dialog.findChild<QLineEdit*>(QString::fromLatin1(name));
         texts.push_back(field ? field->text().toStdString() : "no such field");
