@@ -124,7 +124,7 @@ TEST_F(PrintJobs, ofPlainTextShowProgressAndCanBeStopped) {
 
 TEST_F(PrintJobs, canBeStoppedWhileTheirSpoolerTakesItsTime) {
     report(2);
-    stub("lp", "/bin/cat >/dev/null\n/bin/sleep 60\n");
+    stub("lp", "/bin/cat >/dev/null\nexec /bin/sleep 60\n");
     int asked = 0;
     manager_.set_progress([&asked](int done, int total) { return done < total || ++asked < 3; });
     QElapsedTimer time;
