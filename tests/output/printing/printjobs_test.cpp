@@ -27,7 +27,7 @@ protected:
     QStringList words(const QString& ps) {
         path_.reset();
         const QString pdf = testsupport::make_pdf(ps);
-        const QStringList found = pdf_words(pdf);
+        QStringList found = pdf_words(pdf);
         QFile::remove(pdf);
         path_ =
             std::make_unique<testsupport::EnvironmentGuard>("PATH", tools_.path().toLocal8Bit());
