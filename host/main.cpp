@@ -1,5 +1,6 @@
 #include "host/commandline.h"
 #include "host/console.h"
+#include "host/environment.h"
 #include "host/interrupt.h"
 #include "host/pendingfile.h"
 #include "host/settings.h"
@@ -44,28 +45,6 @@ QByteArray named_display() {
     return {};
 }
 
-/// A variable of the environment that has another value for a while.
-class VariableMeanwhile {
-public:
-    VariableMeanwhile(const char* name, const QByteArray& value)
-        : name_(name), was_set_(qEnvironmentVariableIsSet(name)), was_(qgetenv(name)) {
-        qputenv(name, value);
-    }
-    ~VariableMeanwhile() {
-        if (was_set_)
-            qputenv(name_, was_);
-        else
-            qunsetenv(name_);
-    }
-    VariableMeanwhile(const VariableMeanwhile&) = delete;
-    VariableMeanwhile& operator=(const VariableMeanwhile&) = delete;
-
-private:
-    const char* name_;
-    bool was_set_;
-    QByteArray was_;
-};
-
 /// The toolkit, without a display unless @p on_display. Where the session has no directory for
 /// sockets it would make one among the user's temporary files: it finds no place for that.
 std::unique_ptr<QApplication> start_toolkit(int& argc, char** argv, bool on_display) {
@@ -73,7 +52,7 @@ std::unique_ptr<QApplication> start_toolkit(int& argc, char** argv, bool on_disp
         awaited_display = named_display();
     else
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    const VariableMeanwhile nowhere("TMPDIR", "/dev/null");
+    const host::VariableMeanwhile nowhere("TMPDIR", "/dev/null");
     auto application = std::make_unique<QApplication>(argc, argv);
     awaited_display.clear();
     QApplication::setApplicationName(QStringLiteral("printman"));

@@ -54,6 +54,10 @@ bool make_directory_of(const QByteArray& path) {
     return true;
 }
 
+bool is_text(const QByteArray& path) {
+    return QFile::encodeName(QFile::decodeName(path)) == path;
+}
+
 bool same_file(const QByteArray& a, const QByteArray& b) {
     struct stat first {};
     struct stat second {};
@@ -100,16 +104,18 @@ bool PendingFile::open_beside(unsigned mode) {
 bool PendingFile::open(const QByteArray& path, const QByteArray& named) {
     discard();
     named_ = named;
+    struct stat status {};
+    // The links of a name such as /dev/stdout lead to no name: a pipe has none.
+    const bool exists = ::stat(path.constData(), &status) == 0;
+    if (exists && S_ISDIR(status.st_mode))
+        return fail(EISDIR);
+    if (exists && !S_ISREG(status.st_mode))
+        return open_directly(path);
     target_ = behind_links(path);
     if (target_.isEmpty())
         return fail(path.isEmpty() ? ENOENT : ELOOP);
-    struct stat status {};
     if (::stat(target_.constData(), &status) != 0)
         return errno == ENOENT && !target_.endsWith('/') ? open_beside(0666) : fail(errno);
-    if (S_ISDIR(status.st_mode))
-        return fail(EISDIR);
-    if (!S_ISREG(status.st_mode))
-        return open_directly(target_);
     if (::access(target_.constData(), W_OK) != 0)
         return fail(errno);
     if (!open_beside(0600))

@@ -70,6 +70,9 @@ QByteArray directory_of(const QByteArray& path);
 /// Makes the directory of @p path, and those above it: false, with errno, on failure.
 bool make_directory_of(const QByteArray& path);
 
+/// Whether the toolkit can name the file: @p path is text in the locale's encoding.
+bool is_text(const QByteArray& path);
+
 /// Whether both names lead to the same file.
 bool same_file(const QByteArray& a, const QByteArray& b);
 

@@ -1,6 +1,7 @@
 #include "host/textjob.h"
 
 #include "host/jobwatch.h"
+#include "host/pendingfile.h"
 #include "host/report.h"
 
 #include <printman/core/printman.h>
@@ -11,7 +12,7 @@ namespace host {
 
 Outcome make_text(const QByteArray& report, const QByteArray& out, JobWatch& watch) {
     // The library would write to another name.
-    if (QFile::encodeName(QFile::decodeName(out)) != out)
+    if (!is_text(out))
         return Outcome::failure("cannot write " + out +
                                 ": The name is not valid in the locale's encoding");
     CPrintMan manager;

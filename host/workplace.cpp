@@ -15,11 +15,10 @@ namespace host {
 
 namespace {
 
-QByteArray scratch_template() {
+QByteArray scratch_directory() {
     const QByteArray directory =
         host_settings().value("dlwmenu.ini", "env", "TMPDIR").value_or(QByteArray());
-    return absolute_path(directory.isEmpty() ? QFile::encodeName(QDir::tempPath()) : directory) +
-           "/printman-XXXXXX";
+    return absolute_path(directory.isEmpty() ? QFile::encodeName(QDir::tempPath()) : directory);
 }
 
 } // namespace
@@ -34,14 +33,20 @@ WorkPlace::~WorkPlace() {
 }
 
 Outcome WorkPlace::enter() {
-    directory_ = std::make_unique<QTemporaryDir>(QFile::decodeName(scratch_template()));
+    const QByteArray parent = scratch_directory();
+    const auto failure = [&parent](const QByteArray& why) {
+        return Outcome::failure("cannot make a scratch directory in " + parent + ": " + why);
+    };
+    if (!is_text(parent))
+        return failure("The name is not valid in the locale's encoding");
+    directory_ = std::make_unique<QTemporaryDir>(QFile::decodeName(parent + "/printman-XXXXXX"));
     if (!directory_->isValid())
-        return Outcome::failure("cannot make a scratch directory: " +
-                                QFile::encodeName(directory_->errorString()));
+        return failure(QFile::encodeName(directory_->errorString()));
     before_ = ::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
     const QByteArray path = QFile::encodeName(directory_->path());
     if (before_ < 0 || ::chdir(path.constData()) != 0)
         return Outcome::failure("cannot work in " + path + ": " + std::strerror(errno));
+    tools_scratch_.emplace("TMPDIR", path);
     return Outcome::success();
 }
 

@@ -1,16 +1,19 @@
 #pragma once
 
+#include "host/environment.h"
 #include "host/outcome.h"
 
 #include <QTemporaryDir>
 
 #include <memory>
+#include <optional>
 
 namespace host {
 
 /// A working directory of a job's own, under TMPDIR: the library chooses names in the current
-/// directory, and there no other job of anyone meets them. While it lives the process works there;
-/// afterwards it is back where it was, and the directory is gone with all that is in it.
+/// directory, and there no other job of anyone meets them. While it lives the process works there,
+/// and TMPDIR is that directory, so that nothing stays of a tool that is ended; afterwards both are
+/// what they were, and the directory is gone with all that is in it.
 class WorkPlace {
 public:
     WorkPlace() = default;
@@ -28,6 +31,7 @@ public:
 private:
     std::unique_ptr<QTemporaryDir> directory_;
     int before_ = -1;
+    std::optional<VariableMeanwhile> tools_scratch_;
 };
 
 } // namespace host

@@ -68,6 +68,17 @@ TEST_F(Outputs, ADeviceIsWrittenDirectly) {
     EXPECT_EQ(result.out, "first line\n\xe4\xf6\xfc and more\nlast\n");
 }
 
+TEST_F(Outputs, APipeWithoutANameIsWrittenDirectly) {
+    const QString out = QStringLiteral("/dev/stdout");
+    for (const auto& [command, start] : std::initializer_list<std::pair<const char*, QByteArray>>{
+             {"pdf", "%PDF-"}, {"png", "\x89PNG"}, {"import", "#!?PAGETOP"}}) {
+        const Ended result = write_to(QString::fromLatin1(command), out);
+        EXPECT_EQ(result.error, "");
+        EXPECT_TRUE(result.out.startsWith(start)) << command;
+    }
+    EXPECT_EQ(files(), QStringList{QStringLiteral("in")});
+}
+
 TEST_F(Outputs, AnEarlierFileIsReplacedAndKeepsItsPermissions) {
     for (const QString& command : writers()) {
         SCOPED_TRACE(command.toStdString());

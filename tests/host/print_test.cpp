@@ -98,6 +98,13 @@ TEST_F(Print, AServerJobsFileIsThePostScriptAndTheSetupFileStays) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
+TEST_F(Print, AServerJobsFileMayBeAPipe) {
+    const Ended result = print(on_laser + QStringList{text("--server=/dev/stdout")});
+    EXPECT_EQ(result.error, "");
+    EXPECT_TRUE(result.out.startsWith("%!PS-"));
+    EXPECT_EQ(pages(result.out), 1);
+}
+
 TEST_F(Print, AnUnknownPrinterIsTold) {
     write(text("out.ps"), "earlier");
     for (const char* id : {"NONE", "laser", "a 'b' $(touch x)", "-d"}) {
