@@ -63,12 +63,23 @@ Progress::~Progress() {
 }
 
 bool Progress::step(long long done, long long total) {
-    if (terminal_ && clock_.elapsed() >= next_) {
-        next_ = clock_.elapsed() + 100;
+    if (is_due())
         show(QByteArray(unit_) + ' ' + QByteArray::number(done) + " of " +
              QByteArray::number(total));
-    }
     return !interrupted();
+}
+
+bool Progress::tell(const QByteArray& what) {
+    if (is_due())
+        show(what);
+    return !interrupted();
+}
+
+bool Progress::is_due() {
+    if (!terminal_ || clock_.elapsed() < next_)
+        return false;
+    next_ = clock_.elapsed() + 100;
+    return true;
 }
 
 void Progress::show(const QByteArray& text) {
@@ -80,12 +91,19 @@ void Progress::show(const QByteArray& text) {
 }
 
 bool ConsoleWatch::pages_done(int done, int total) {
-    return progress_ ? progress_->step(done, total) : !interrupted();
+    return progress_.step(done, total);
 }
 
 bool ConsoleWatch::tool_works() {
-    progress_.reset();
-    return !interrupted();
+    constexpr qint64 second = 1000;
+    if (!tools_.isValid())
+        tools_.start();
+    return progress_.tell("making the PDF, " + QByteArray::number(tools_.elapsed() / second) +
+                          " s");
+}
+
+bool ConsoleWatch::waits() {
+    return progress_.tell("waiting for another print job");
 }
 
 } // namespace host

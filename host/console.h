@@ -5,8 +5,6 @@
 #include <QByteArray>
 #include <QElapsedTimer>
 
-#include <optional>
-
 namespace host {
 
 /// @p text with every control byte as a '?', so that it stays on one line and tells the terminal
@@ -40,7 +38,13 @@ public:
     /// @return false when the user has interrupted it
     bool step(long long done, long long total);
 
+    /// Says in words what the job does.
+    ///
+    /// @return false when the user has interrupted it
+    bool tell(const QByteArray& what);
+
 private:
+    bool is_due();
     void show(const QByteArray& text);
 
     const char* unit_;
@@ -55,9 +59,11 @@ class ConsoleWatch : public JobWatch {
 public:
     bool pages_done(int done, int total) override;
     bool tool_works() override;
+    bool waits() override;
 
 private:
-    std::optional<Progress> progress_{"page"};
+    Progress progress_{"page"};
+    QElapsedTimer tools_; ///< since the first one began
 };
 
 } // namespace host

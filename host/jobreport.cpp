@@ -9,10 +9,22 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <csignal>
 #include <fcntl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace host {
+
+namespace {
+
+/// Whether a process of ours runs, or has ended and waits to be collected.
+bool has_child() {
+    siginfo_t info{};
+    return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
+}
+
+} // namespace
 
 JobReport::JobReport(const QByteArray& path)
     : named_(path), path_(path.isEmpty() ? path : absolute_path(path)) {
@@ -38,10 +50,13 @@ QString title_of(const QByteArray& report) {
 }
 
 void watch_job(CPrintMan& manager, JobWatch& watch) {
-    // After the last page has been told, the same again means that a tool works.
+    // Before the first page the job waits for another one; after the last page has been told, the
+    // same again means that a tool works, or that the job waits.
     manager.set_progress([&watch, last = -1](int done, int total) mutable {
         const bool again = done == total && last == done;
         last = done;
+        if (done == 0 || (again && !has_child()))
+            return watch.waits();
         return again ? watch.tool_works() : watch.pages_done(done, total);
     });
 }

@@ -19,6 +19,11 @@ public:
     ///
     /// @return false to stop the job
     virtual bool tool_works() = 0;
+
+    /// Called as often while another print job has what this one needs.
+    ///
+    /// @return false to stop the job
+    virtual bool waits() = 0;
 };
 
 } // namespace host

@@ -12,7 +12,7 @@
 namespace host {
 
 ProgressDialog::ProgressDialog(QWidget* parent, const QString& what)
-    : QDialog(parent), text_(new QLabel(what)), bar_(new QProgressBar) {
+    : QDialog(parent), what_(what), text_(new QLabel(what)), bar_(new QProgressBar) {
     setWindowTitle(QCoreApplication::applicationName());
     setWindowModality(Qt::WindowModal);
     text_->setTextFormat(Qt::PlainText);
@@ -30,6 +30,7 @@ ProgressDialog::ProgressDialog(QWidget* parent, const QString& what)
 }
 
 void ProgressDialog::show_pages(int done, int total) {
+    text_->setText(what_);
     bar_->setRange(0, total);
     bar_->setValue(done);
     bar_->setFormat(page_text(done, total));
@@ -37,6 +38,15 @@ void ProgressDialog::show_pages(int done, int total) {
 }
 
 void ProgressDialog::show_unknown() {
+    show_endless(what_);
+}
+
+void ProgressDialog::show_waiting() {
+    show_endless(tr("%1: waiting for another print job").arg(what_));
+}
+
+void ProgressDialog::show_endless(const QString& text) {
+    text_->setText(text);
     bar_->setRange(0, 0);
     bar_->setTextVisible(false);
 }

@@ -21,12 +21,18 @@ public:
     /// The job goes on, no one knows for how long.
     void show_unknown();
 
+    /// The same, as another print job has what this one needs.
+    void show_waiting();
+
     bool canceled() const { return canceled_; }
 
 public slots:
     void reject() override;
 
 private:
+    void show_endless(const QString& text);
+
+    QString what_;
     QLabel* text_;
     QProgressBar* bar_;
     QPushButton* cancel_;

@@ -34,6 +34,11 @@ bool WindowWatch::tool_works() {
     return look();
 }
 
+bool WindowWatch::waits() {
+    dialog_->show_waiting();
+    return look();
+}
+
 bool WindowWatch::look() {
     if (clock_.elapsed() >= first_shown)
         dialog_->show();

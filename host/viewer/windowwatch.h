@@ -24,6 +24,7 @@ public:
 
     bool pages_done(int done, int total) override;
     bool tool_works() override;
+    bool waits() override;
 
     /// Whether the user, or the end of the program, has stopped the job.
     bool stopped() const;

@@ -287,6 +287,15 @@ TEST_F(Pdf, InterruptionLeavesNothingOfGhostscripts) {
     EXPECT_EQ(files(), QStringList{in});
 }
 
+TEST_F(Pdf, ATerminalIsToldThatAToolWorks) {
+    stub_ps2pdf("sleep 2; printf '%%PDF-1.4\\n%%%%EOF\\n' > \"$2\"");
+    write(in, small_report);
+    const Ended result = on_terminal({QStringLiteral("pdf"), in, out});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_TRUE(result.out.contains("\rmaking the PDF, 1 s\r")) << result.out.constData();
+    EXPECT_TRUE(result.out.endsWith('\r' + QByteArray(19, ' ') + '\r')) << result.out.constData();
+}
+
 TEST_F(Pdf, ARelativeScratchDirectoryIsThatOfTheCaller) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("scratch")));
     environment_.insert(QStringLiteral("TMPDIR"), QStringLiteral("scratch"));

@@ -58,6 +58,16 @@ Ended ProgramTest::run_program(const QString& file, const QStringList& arguments
     return result_of(process);
 }
 
+QStringList ProgramTest::terminal_command(const QStringList& arguments) {
+    const QString command =
+        u'\'' + program() + QStringLiteral("' '") + arguments.join(QStringLiteral("' '")) + u'\'';
+    return {QStringLiteral("-qec"), command, QStringLiteral("/dev/null")};
+}
+
+Ended ProgramTest::on_terminal(const QStringList& arguments) const {
+    return run_program(QStringLiteral("script"), terminal_command(arguments));
+}
+
 Ended ProgramTest::interrupt(const QStringList& arguments, int number,
                              const std::function<bool()>& ready) const {
     QProcess process;

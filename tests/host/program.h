@@ -36,11 +36,17 @@ protected:
     /// Runs another program there.
     Ended run_program(const QString& file, const QStringList& arguments) const;
 
+    /// Runs the program on a terminal of its own; what it writes there is the output.
+    Ended on_terminal(const QStringList& arguments) const;
+
     /// Runs the program, and sends it signal @p number as soon as @p ready says so.
     Ended interrupt(const QStringList& arguments, int number,
                     const std::function<bool()>& ready) const;
 
     static QString program();
+
+    /// The command line that runs the program on a terminal of its own.
+    static QStringList terminal_command(const QStringList& arguments);
 
     QString path(const QString& name) const { return directory_.filePath(name); }
     void write(const QString& name, const QByteArray& bytes) const;
