@@ -54,10 +54,12 @@ const Command pdf_command{
                  "(default: a third of an inch at top and bottom of\n"
                  "the upright sheet, half an inch at its sides)"},
                 {"title", "T", "title of the PDF (default: the report's name)"},
-                {"form", "F.pdf", "lay this PDF behind every page"},
+                {"form", "F.pdf", "lay the first page of this PDF behind every page"},
                 {"watermark", "TEXT", "write TEXT across every page, at most 79 bytes"},
                 {"watermark-font", "F", "its font family (default: Helvetica)"},
-                {"watermark-size", "N", "its size in points, 1 to 1000 (default: 60)"},
+                {"watermark-size", "N",
+                 "its size in points, 1 to 1000 (default: 60, or less\n"
+                 "where it would not fit within the margins)"},
                 {"watermark-angle", "DEG",
                  "turn it counter-clockwise about its top left corner\n"
                  "(default: 45)"},

@@ -10,6 +10,8 @@
 #include <QFile>
 #include <QFont>
 #include <QFontMetrics>
+#include <QRectF>
+#include <QTransform>
 
 #include <array>
 #include <cmath>
@@ -22,6 +24,7 @@ constexpr double units_an_inch = 600;
 constexpr qsizetype max_text = 79; // bytes, that the library keeps
 constexpr qsizetype max_family = 51;
 constexpr int max_size = 1000;
+constexpr int usual_size = 60;
 constexpr int full_turn = 360;
 constexpr double max_place = 100;
 
@@ -79,11 +82,11 @@ Outcome read_numbers(const Arguments& arguments, Watermark& mark) {
 }
 
 /// The size of the text as the library draws it, in units of 1/600 inch.
-QSizeF drawn_size(const Watermark& mark, const QString& text) {
-    PsPrinter device;
+QSizeF drawn_size(const Watermark& mark, int size, const PsPrinter& device) {
     QFont font(QString::fromUtf8(mark.family));
-    font.setPointSize(mark.size);
+    font.setPointSize(size);
     const QFontMetrics metrics(font, &device);
+    const QString text = QFile::decodeName(mark.text);
     return {double{1} * metrics.horizontalAdvance(text), double{1} * metrics.height()};
 }
 
@@ -139,16 +142,31 @@ Outcome Watermark::read(const Arguments& arguments, std::optional<Watermark>& ma
     return Outcome::success();
 }
 
+int size_in(const Watermark& mark, QSizeF room) {
+    if (mark.size)
+        return *mark.size;
+    const PsPrinter device;
+    const auto fits = [&](int size) {
+        const QRectF text(QPointF(0, 0), drawn_size(mark, size, device));
+        const QSizeF turned = QTransform().rotate(-mark.angle).mapRect(text).size();
+        return turned.width() <= room.width() && turned.height() <= room.height();
+    };
+    int size = usual_size;
+    while (size > 1 && !fits(size))
+        --size;
+    return size;
+}
+
 void set_watermark(CPrintMan& manager, const Watermark& mark, const PdfLayout& layout) {
+    const int size = size_in(mark, layout.room);
     const QPointF middle =
         layout.corner + QPointF(layout.room.width() / 2, layout.room.height() / 2);
     const QPointF on_sheet =
-        mark.at
-            ? layout.corner + *mark.at * units_an_inch
-            : centred_corner(drawn_size(mark, QFile::decodeName(mark.text)), mark.angle, middle);
+        mark.at ? layout.corner + *mark.at * units_an_inch
+                : centred_corner(drawn_size(mark, size, PsPrinter()), mark.angle, middle);
     const QPoint place = (on_sheet - layout.origin).toPoint();
-    manager.set_watermark_info(mark.text.constData(), mark.family.constData(), mark.size,
-                               mark.angle, mark.colour, place.x(), place.y(), mark.in_front);
+    manager.set_watermark_info(mark.text.constData(), mark.family.constData(), size, mark.angle,
+                               mark.colour, place.x(), place.y(), mark.in_front);
 }
 
 } // namespace host

@@ -91,6 +91,19 @@ TEST_F(PdfExtras, AWatermarkStandsAtItsPlace) {
     }
 }
 
+TEST_F(PdfExtras, ALongWatermarkStandsWithinTheMargins) {
+    const QString mark = QString(60, u'M');
+    ASSERT_EQ(pdf({text("--watermark=") + mark, text("--watermark-angle=0")}).error, "");
+    const QString boxes = QString::fromUtf8(
+        run_program(text("pdftotext"), {text("-bbox"), path(out), text("-")}).out);
+    const auto match =
+        QRegularExpression(text("xMin=\"([\\d.-]+)\"[^>]*xMax=\"([\\d.-]+)\"[^>]*>M+<"))
+            .match(boxes);
+    ASSERT_TRUE(match.hasMatch()) << boxes.toStdString();
+    EXPECT_GE(match.captured(1).toDouble(), 35);
+    EXPECT_LE(match.captured(2).toDouble(), 595 - 35);
+}
+
 TEST_F(PdfExtras, AWatermarkKeepsItsLettersAndMeansNothingToAShell) {
     const QString mark = QStringLiteral("Ä-é $(touch x) 'q'");
     EXPECT_EQ(
@@ -167,6 +180,27 @@ TEST_F(PdfExtras, InterruptionWhileAnotherJobHasTheFixedNamesEndsTheWait) {
     other.waitForFinished();
     expect_failure(result, "interrupted");
     EXPECT_FALSE(exists(out));
+}
+
+TEST_F(PdfExtras, ATerminalIsToldThatAnotherJobIsWaitedFor) {
+    QProcess other;
+    other.start(text("flock"), {text("--no-fork"), text("/tmp/korvo.lock"), text("sh"), text("-c"),
+                                text("echo held; exec sleep 300")});
+    ASSERT_TRUE(other.waitForReadyRead(30000));
+    QProcess job;
+    job.setProcessEnvironment(environment_);
+    job.setWorkingDirectory(directory_.path());
+    job.setStandardInputFile(QProcess::nullDevice());
+    job.start(text("script"), terminal_command({text("pdf"), in, out, text("--watermark=MARK")}));
+    QByteArray said;
+    while (!said.contains("\rwaiting for another print job") && job.waitForReadyRead(30000))
+        said += job.readAll();
+    other.kill();
+    other.waitForFinished();
+    EXPECT_TRUE(said.contains("\rwaiting for another print job")) << said.constData();
+    ASSERT_TRUE(job.waitForFinished(60000));
+    EXPECT_EQ(job.exitCode(), 0);
+    EXPECT_TRUE(exists(out));
 }
 
 TEST_F(PdfExtras, TwoWatermarksAtOnceAreBothRight) {

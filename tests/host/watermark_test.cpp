@@ -34,7 +34,7 @@ TEST(Watermark, DefaultsAndOptions) {
     ASSERT_TRUE(read({{"watermark", "DRAFT"}}, mark).ok());
     ASSERT_TRUE(mark);
     EXPECT_EQ(mark->text, "DRAFT");
-    EXPECT_EQ(mark->size, 60);
+    EXPECT_FALSE(mark->size);
     EXPECT_EQ(mark->angle, 45);
     EXPECT_FALSE(mark->at);
     EXPECT_FALSE(mark->in_front);
@@ -53,6 +53,25 @@ TEST(Watermark, DefaultsAndOptions) {
     EXPECT_EQ(mark->colour, QColor(1, 2, 3));
     EXPECT_EQ(mark->at, QPointF(1, 2));
     EXPECT_TRUE(mark->in_front);
+}
+
+TEST(Watermark, ATextThatIsTooWideForThePageIsMadeToFit) {
+    const QSizeF a4(4960, 7016);
+    host::Watermark mark;
+    mark.text = "DRAFT";
+    EXPECT_EQ(host::size_in(mark, a4), 60);
+    mark.text = QByteArray(40, 'M');
+    const int turned = host::size_in(mark, a4);
+    EXPECT_LT(turned, 30);
+    EXPECT_GT(turned, 10);
+    mark.angle = 0;
+    const int level = host::size_in(mark, a4);
+    EXPECT_LT(level, turned);
+    mark.angle = 90;
+    EXPECT_GT(host::size_in(mark, a4), level);
+    EXPECT_EQ(host::size_in(mark, QSizeF(10, 10)), 1);
+    mark.size = 60;
+    EXPECT_EQ(host::size_in(mark, a4), 60);
 }
 
 TEST(Watermark, TextsThatTheLibraryWouldCutAreRefused) {
