@@ -1,12 +1,15 @@
 #include "host/joberror.h"
 
 #include "host/console.h"
+#include "host/tool.h"
 
 #include <printman/core/printman.h>
 
 #include <QFile>
 #include <QRegularExpression>
 
+#include <cerrno>
+#include <cstring>
 #include <fcntl.h>
 #include <sys/mman.h>
 #include <unistd.h>
@@ -16,17 +19,15 @@ namespace host {
 namespace {
 
 constexpr qsizetype max_kept = 4096;
-constexpr qsizetype max_quoted = 200;
 constexpr int shell_signal_base = 128;
 
-/// The first line that a tool wrote; the library's own begin with its name.
-QByteArray first_words(const QByteArray& said) {
-    for (const QByteArray& line : said.split('\n')) {
-        const QByteArray words = line.trimmed();
-        if (!words.isEmpty() && !words.startsWith("printman: "))
-            return words.left(max_quoted);
-    }
-    return {};
+/// What a shell's exit status tells: that a signal has ended what it ran, or the status itself.
+QString end_of(int status, const QString& told) {
+    constexpr int last_signal = 31;
+    const int signal = status - shell_signal_base;
+    return signal >= 1 && signal <= last_signal
+               ? QStringLiteral("was ended by signal %1").arg(signal)
+               : told;
 }
 
 } // namespace
@@ -70,23 +71,28 @@ QByteArray plain_failure(const QByteArray& error, const QByteArray& said) {
         return error;
     QByteArray line = error;
     if (match.hasMatch()) {
-        line = QString(match.captured(1) + u' ' + match.captured(2) + match.captured(4)).toLatin1();
-        // So a shell tells that a signal has ended what it ran.
-        const int signal = match.captured(3).toInt() - shell_signal_base;
-        if (signal > 0)
-            return match.captured(1).toLatin1() + " was ended by signal " +
-                   QByteArray::number(signal);
+        const QString told = match.captured(2) + match.captured(4);
+        line =
+            QString(match.captured(1) + u' ' + end_of(match.captured(3).toInt(), told)).toLatin1();
     }
     const QByteArray words = first_words(said);
     return words.isEmpty() ? line : line + ": " + words;
 }
 
-Outcome job_outcome(const CPrintMan& manager, bool done, const HeldErrors& errors) {
+QByteArray placed_failure(const QByteArray& error, const QByteArray& written) {
+    const auto says = [&error](int code) { return error == std::strerror(code); };
+    const bool is_bare = says(ENOSPC) || says(EDQUOT) || says(EFBIG) || says(EIO);
+    return is_bare && !written.isEmpty() ? written + ": " + error : error;
+}
+
+Outcome job_outcome(const CPrintMan& manager, bool done, const HeldErrors& errors,
+                    const QByteArray& written) {
     if (done)
         return Outcome::success();
     const QByteArray error = QFile::encodeName(manager.last_job_error());
-    return Outcome::failure(error == "canceled" ? QByteArray("interrupted")
-                                                : plain_failure(error, errors.text()));
+    return Outcome::failure(error == "canceled"
+                                ? QByteArray("interrupted")
+                                : plain_failure(placed_failure(error, written), errors.text()));
 }
 
 } // namespace host

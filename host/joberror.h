@@ -33,7 +33,12 @@ QByteArray plain_failure(const QByteArray& error, const QByteArray& said);
 
 /// What the manager's last job came to.
 ///
-/// @param done what it answered
-Outcome job_outcome(const CPrintMan& manager, bool done, const HeldErrors& errors);
+/// @param done    what it answered
+/// @param written what it wrote, for a fault that does not say which file or directory it is about
+Outcome job_outcome(const CPrintMan& manager, bool done, const HeldErrors& errors,
+                    const QByteArray& written);
+
+/// @p error with @p written before it where it only is what the system says of a write that failed.
+QByteArray placed_failure(const QByteArray& error, const QByteArray& written);
 
 } // namespace host

@@ -116,7 +116,7 @@ Outcome run_job(CPrintMan& manager, const PdfSetup& setup, const PdfLayout& layo
     const HeldErrors errors;
     const int done = manager.print_serverrpt_page(pdf_printer_id, 1, 1, layout.no_page_map, result,
                                                   setup_file, QString(), QString());
-    return job_outcome(manager, done == 1, errors);
+    return job_outcome(manager, done == 1, errors, QFile::encodeName(result));
 }
 
 } // namespace

@@ -54,15 +54,30 @@ void end_group(QProcess& process) {
 
 } // namespace
 
+QByteArray first_words(const QByteArray& said) {
+    QByteArray words;
+    bool is_explained = false;
+    for (const QByteArray& line : said.split('\n')) {
+        const QByteArray more = line.trimmed();
+        if (more.isEmpty() || more.startsWith("printman: "))
+            continue;
+        const bool goes_on = words.endsWith(':');
+        const bool explains = is_explained && line.startsWith(' ');
+        if (!words.isEmpty() && !goes_on && !explains)
+            break;
+        words += (words.isEmpty() ? "" : explains ? ": " : " ") + more;
+        if (explains)
+            break;
+        is_explained = goes_on;
+    }
+    return words.left(max_quoted);
+}
+
 QByteArray describe(const ToolEnd& end) {
     QByteArray text = end.name + (end.killed ? " was ended by signal " : " failed with status ") +
                       QByteArray::number(end.status);
-    for (const QByteArray& line : end.said.split('\n')) {
-        const QByteArray words = line.trimmed();
-        if (!words.isEmpty())
-            return text + ": " + words.left(max_quoted);
-    }
-    return text;
+    const QByteArray words = first_words(end.said);
+    return words.isEmpty() ? text : text + ": " + words;
 }
 
 Outcome run_tool(const QString& path, const QStringList& arguments, const QString& directory,

@@ -18,6 +18,11 @@ namespace host {
 Outcome run_tool(const QString& path, const QStringList& arguments, const QString& directory,
                  const std::function<bool()>& goes_on = {});
 
+/// The first line that a tool wrote, cut to what can be told. Where it ends with a colon the next
+/// one belongs to it, and a third that is indented. The library's own lines begin with "printman: "
+/// and are none of the tool's.
+QByteArray first_words(const QByteArray& said);
+
 /// How a tool ended that did not succeed.
 struct ToolEnd {
     QByteArray name;

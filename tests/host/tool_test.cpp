@@ -22,6 +22,14 @@ QByteArray message(const QString& script) {
 TEST(Tool, TheEndIsTold) {
     EXPECT_EQ(host::describe({.name = "t", .status = 3, .killed = false, .said = {}}),
               "t failed with status 3");
+    EXPECT_EQ(host::describe({.name = "t",
+                              .status = 1,
+                              .killed = false,
+                              .said = "Error: cannot open:\n\n form.pdf \nmore\n"}),
+              "t failed with status 1: Error: cannot open: form.pdf");
+    EXPECT_EQ(host::first_words("Error: cannot open:\n  form.pdf\n  no password\n  the end\n"),
+              "Error: cannot open: form.pdf: no password");
+    EXPECT_EQ(host::first_words("printman: t failed\none\n  two\n"), "one");
     EXPECT_EQ(host::describe({.name = "t", .status = 9, .killed = true, .said = "\n"}),
               "t was ended by signal 9");
     EXPECT_EQ(host::describe(
