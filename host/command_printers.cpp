@@ -1,28 +1,29 @@
 #include "host/command.h"
 #include "host/console.h"
+#include "host/interrupt.h"
 #include "host/pendingfile.h"
 #include "host/printerini.h"
 #include "host/printertable.h"
-#include "host/report.h"
+#include "host/setupfile.h"
 
 #include <printman/core/printman.h>
 #include <printman/printer/paths.h>
 #include <printman/printer/setuprecord.h>
 #include <printman/toolkit/pagesizes.h>
 
-#include <QFile>
-
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <sys/stat.h>
+#include <fcntl.h>
+#include <unistd.h>
 
 namespace host {
 
 namespace {
 
 // Nobody describes so many printers: a larger file is something else.
-constexpr qint64 max_description = 16 * 1024 * 1024;
+constexpr qsizetype max_description = 16 * 1024 * 1024;
 
 /// What the setup file says of a printer.
 struct Printer {
@@ -70,20 +71,11 @@ QList<QByteArray> row_of(const QByteArray& id, const Printer& printer) {
                 inches(margins.right)};
 }
 
-/// Why the setup file cannot be read; one without any bytes can.
-Outcome check_setup_file(const QByteArray& path) {
-    struct stat status {};
-    const bool is_empty =
-        ::stat(path.constData(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0;
-    return is_empty ? Outcome::success() : check_input(path);
-}
-
 Outcome list_printers() {
-    const QString file = get_prtbin_path();
-    const QByteArray path = QFile::encodeName(file);
-    Outcome readable = check_setup_file(path);
+    Outcome readable = check_setup_file();
     if (!readable.ok())
         return readable;
+    const QString file = get_prtbin_path();
     CPrintMan manager;
     manager.get_prt_id();
     QList<QList<QByteArray>> rows{
@@ -96,24 +88,46 @@ Outcome list_printers() {
         if (printer.find(file, id.toLatin1()))
             rows << row_of(id.toLatin1(), printer);
     }
-    print(rows.size() > 1 ? aligned_table(rows, {5}) : path + ": There are no printers in it\n");
+    print(rows.size() > 1 ? aligned_table(rows, {5})
+                          : setup_file_path() + ": There are no printers in it\n");
     return Outcome::success();
 }
 
+/// Reads a description, which may come from a pipe.
+Outcome read_description(const QByteArray& path, QByteArray& text) {
+    constexpr size_t piece_size = 1 << 16;
+    const InterruptsEndProgram at_once;
+    const int fd = ::open(path.constData(), O_RDONLY | O_NOCTTY | O_CLOEXEC);
+    QByteArray piece(piece_size, '\0');
+    ssize_t size = fd < 0 ? -1 : 1;
+    while (size > 0 && text.size() <= max_description) {
+        size = ::read(fd, piece.data(), piece_size);
+        text += piece.left(std::max<ssize_t>(0, size));
+    }
+    const int error = errno;
+    if (fd >= 0)
+        ::close(fd);
+    if (size < 0)
+        return Outcome::failure(path + ": " + std::strerror(error));
+    if (text.isEmpty())
+        return Outcome::failure(path + ": The file is empty");
+    return text.size() <= max_description ? Outcome::success()
+                                          : Outcome::failure(path + ": The file is too large");
+}
+
 Outcome make_setup_file(const QByteArray& description) {
-    Outcome readable = check_input(description);
+    const QByteArray path = setup_file_path();
+    if (!is_text(path))
+        return Outcome::failure("cannot write " + path +
+                                ": The name is not valid in the locale's encoding");
+    QByteArray text;
+    Outcome readable = read_description(description, text);
     if (!readable.ok())
         return readable;
-    QFile file(QFile::decodeName(description));
-    if (!file.open(QIODevice::ReadOnly))
-        return Outcome::failure(description + ": " + QFile::encodeName(file.errorString()));
-    if (file.size() > max_description)
-        return Outcome::failure(description + ": The file is too large");
     std::vector<printman::SetupRecord> records;
-    Outcome read = read_printers(file.read(max_description), description, records);
+    Outcome read = read_printers(text, description, records);
     if (!read.ok())
         return read;
-    const QByteArray path = QFile::encodeName(get_prtbin_path());
     PendingFile pending;
     const std::string bytes = printman::setup_file_bytes(records);
     if (!make_directory_of(path))

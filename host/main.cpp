@@ -77,6 +77,9 @@ Outcome tell(const CommandLine& line) {
 }
 
 Outcome run(const CommandLine& line) {
+    if (line.settings && !host::is_text(*line.settings))
+        return Outcome::failure(*line.settings +
+                                ": The name is not valid in the locale's encoding");
     if (line.settings)
         host::host_settings() = host::Settings(host::absolute_path(*line.settings));
     return line.command->run(line.arguments);

@@ -3,6 +3,7 @@
 #include "host/command.h"
 #include "host/numbers.h"
 #include "host/settings.h"
+#include "host/setupfile.h"
 
 #include <printman/core/printman.h>
 #include <printman/printer/prtsetup.h>
@@ -156,12 +157,15 @@ Outcome read_printer(const Arguments& arguments, PageSetup& setup) {
     const QByteArray id = *arguments.value("printer");
     if (id.isEmpty())
         return Outcome::wrong_usage("--printer needs the id of a printer");
+    Outcome readable = check_setup_file_for(id);
+    if (!readable.ok())
+        return readable;
     DLWDEVMODE devmode{};
     FontInfo font{};
     MarginInfo margins{};
     if (get_prt_data(id.constData(), nullptr, nullptr, nullptr, &devmode, &font, nullptr,
                      &margins) != 0)
-        return Outcome::failure("Can not find report printer '" + id + '\'');
+        return Outcome::failure(printer_not_found(id));
     const std::unique_ptr<QFont> record_font(CPrintMan().create_font(font));
     setup.font = *record_font;
     setup.font.setStyleHint(QFont::TypeWriter);

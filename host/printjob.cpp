@@ -3,13 +3,19 @@
 #include "host/joberror.h"
 #include "host/jobreport.h"
 #include "host/pendingfile.h"
+#include "host/printchoice.h"
 #include "host/settings.h"
+#include "host/setupfile.h"
+#include "host/textfont.h"
 #include "host/workplace.h"
 
 #include <printman/core/printman.h>
 #include <printman/printer/paths.h>
+#include <printman/toolkit/psprinter.h>
 
 #include <QFile>
+
+#include <optional>
 
 namespace host {
 
@@ -37,16 +43,21 @@ Outcome print_report(const QByteArray& report, const PrintSetup& setup, JobWatch
     const JobReport input(report);
     CPrintMan manager;
     Outcome ready = prepare(manager, input, report, watch);
+    if (ready.ok())
+        ready = check_setup_file_for(setup.printer);
     if (!ready.ok())
         return ready;
     WorkPlace place;
     ready = place.enter();
     if (!ready.ok())
         return ready;
+    PsPrinter sheet;
+    const FontMeanwhile font(text_font(manager.get_columns(), manager.get_lines(), sheet));
     const HeldErrors errors;
     const int done = manager.print_rpt_page(nullptr, setup.printer.constData(), setup.copies,
                                             setup.collate, by_setup_file, no_page_map());
-    return job_outcome(manager, done == 1, errors);
+    return job_outcome(manager, done == 1, errors,
+                       directory_of(QFile::encodeName(place.file(QString()))));
 }
 
 Outcome serve_report(const QByteArray& report, const QByteArray& out, const PrintSetup& setup,
@@ -54,6 +65,8 @@ Outcome serve_report(const QByteArray& report, const QByteArray& out, const Prin
     const JobReport input(report);
     CPrintMan manager;
     Outcome ready = prepare(manager, input, report, watch);
+    if (ready.ok())
+        ready = check_setup_file_for(setup.printer);
     if (!ready.ok())
         return ready;
     PendingFile pending;
@@ -63,19 +76,21 @@ Outcome serve_report(const QByteArray& report, const QByteArray& out, const Prin
     ready = place.enter();
     if (!ready.ok())
         return ready;
-    // The library removes the setup file of a server job. Where there is none it finds no printer.
+    // The library removes the setup file of a server job.
     const QString printers = get_prtbin_path();
     const QString copy = place.file(QStringLiteral("setup.bin"));
     QFile original(printers);
-    if (original.exists() && !original.copy(copy))
+    if (!original.copy(copy))
         return Outcome::failure(
             QFile::encodeName(printers + QStringLiteral(": ") + original.errorString()));
     const QString result = place.file(QStringLiteral("report.ps"));
+    PsPrinter sheet;
+    const FontMeanwhile font(text_font(manager.get_columns(), manager.get_lines(), sheet));
     const HeldErrors errors;
     const int done =
         manager.print_serverrpt_page(setup.printer.constData(), setup.copies, setup.collate,
                                      no_page_map(), result, copy, QString(), QString());
-    Outcome printed = job_outcome(manager, done == 1, errors);
+    Outcome printed = job_outcome(manager, done == 1, errors, QFile::encodeName(result));
     if (printed.ok())
         printed = pending.take_over(result);
     if (!printed.ok())
@@ -89,11 +104,26 @@ Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& wat
     Outcome ready = prepare(manager, input, report, watch);
     if (!ready.ok())
         return ready;
-    // The user may name an output file, from the directory that he is in.
+    // The dialog proposes and checks names from the directory of the user, and makes them absolute:
+    // the job goes to its own when he has accepted.
+    WorkPlace place;
+    std::optional<FontMeanwhile> font;
+    const auto accepted = [&] {
+        ready = place.enter();
+        return ready.ok();
+    };
+    const PrintChoice choice(accepted, [&](const QPrinter& printer) {
+        if (!prints_text(printer.printerName()))
+            return;
+        PsPrinter sheet;
+        sheet.setPageSize(printer.pageLayout().pageSize());
+        sheet.setPageOrientation(printer.pageLayout().orientation());
+        font.emplace(text_font(manager.get_columns(), manager.get_lines(), sheet));
+    });
     const HeldErrors errors;
     const int done = manager.print_rpt_page(parent, nullptr, 1, 1, as_chosen, no_page_map());
-    chosen = done == 1 || !manager.last_job_ok();
-    return job_outcome(manager, done == 1 || !chosen, errors);
+    chosen = done == 1 || !manager.last_job_ok() || !ready.ok();
+    return ready.ok() ? job_outcome(manager, done == 1 || !chosen, errors, {}) : ready;
 }
 
 } // namespace host

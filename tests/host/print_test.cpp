@@ -5,6 +5,8 @@
 #include <QRegularExpression>
 
 #include <csignal>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -115,7 +117,14 @@ TEST_F(Print, AnUnknownPrinterIsTold) {
     }
     EXPECT_EQ(read(text("out.ps")), "earlier");
     QFile::remove(path(setup_file));
-    expect_failure(print(on_laser), "Can not find report printer 'LASER'");
+    const QByteArray line =
+        "Can not find report printer 'LASER': " + QFile::encodeName(path(setup_file)) +
+        " does not exist; printman printers --make makes one";
+    expect_failure(print(on_laser), line);
+    expect_failure(print(on_laser + QStringList{text("--server=out.ps")}), line);
+    expect_failure(
+        run(QStringList{text("pdf"), text("--settings"), conf, in, text("o.pdf")} + on_laser),
+        line);
     EXPECT_FALSE(exists(text("x")));
     EXPECT_EQ(scratch(), QStringList());
 }
@@ -142,6 +151,80 @@ TEST_F(Print, AGenericPrinterGetsTextAndLeavesNothing) {
     EXPECT_EQ(read(text("said")), "<-d>\n<Generic>\n");
     EXPECT_EQ(files(), before_ + QStringList({text("said"), text("said.ps")}));
     EXPECT_EQ(scratch(), QStringList());
+}
+
+TEST_F(Print, AGenericPrinterGetsEachPageOnceWithItsColumnsInLine) {
+    QByteArray report;
+    for (const char* page : {"one", "two", "three"})
+        report += "#!?PAGETOP 132,66\n" + QByteArray("iiii").leftJustified(124) + page + '\n' +
+                  QByteArray("MMMM").leftJustified(124) + "next\n" + QByteArray(64, '\n') +
+                  "#!?PAGEEND\n";
+    write(in, report);
+    stub_lp();
+    EXPECT_EQ(print({text("--printer=LINES")}).error, "");
+    ASSERT_EQ(run_program(text("ps2pdf"), {path(text("said.ps")), path(text("o.pdf"))}).status, 0);
+    const QString boxes = QString::fromUtf8(
+        run_program(text("pdftotext"), {text("-bbox"), path(text("o.pdf")), text("-")}).out);
+    const QRegularExpression word(
+        text("<word xMin=\"([\\d.]+)\"[^>]*xMax=\"([\\d.]+)\"[^>]*>(one|two|three|next)<"));
+    QStringList words;
+    for (auto match = word.globalMatch(boxes); match.hasNext();) {
+        const auto box = match.next();
+        words << box.captured(3);
+        EXPECT_EQ(box.captured(1), word.match(boxes).captured(1));
+        EXPECT_LT(box.captured(2).toDouble(), 595 - 36);
+    }
+    EXPECT_EQ(words, (QStringList{text("one"), text("next"), text("two"), text("next"),
+                                  text("three"), text("next")}));
+}
+
+TEST_F(Print, ASetupFileThatIsNoFileIsTold) {
+    ASSERT_TRUE(QFile::remove(path(setup_file)));
+    const QByteArray name = QFile::encodeName(path(setup_file));
+    ASSERT_EQ(::mkfifo(name.constData(), 0600), 0);
+    for (const QStringList& where : {QStringList{}, {text("--server=out.ps")}})
+        expect_failure(print(on_laser + where),
+                       name + ": Not a regular file; it is read more than once");
+    EXPECT_FALSE(exists(text("out.ps")));
+}
+
+TEST_F(Print, AFullScratchDirectoryIsNamed) {
+    write(in, numbered(3000));
+    // The system then refuses a larger file, and the program hears of it as of a full disk.
+    const QString script = text("trap '' XFSZ; ulimit -f 64; exec \"$0\" print --settings conf "
+                                "in.rpt --printer LASER --server out.ps");
+    const Ended result = run_program(text("/bin/sh"), {text("-c"), script, program()});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(QRegularExpression(text("^printman: ") + scratch_.path() +
+                                   text("/printman-\\w+/report\\.ps: File too large\n$"))
+                    .match(QString::fromUtf8(result.error))
+                    .hasMatch())
+        << result.error.constData();
+    EXPECT_FALSE(exists(text("out.ps")));
+    EXPECT_EQ(scratch(), QStringList());
+}
+
+TEST_F(Print, ADescriptionMayComeFromAPipe) {
+    ASSERT_TRUE(QFile::remove(path(setup_file)));
+    const QString script =
+        text("cat printers.ini | \"$0\" printers --settings conf --make /dev/stdin");
+    EXPECT_EQ(run_program(text("/bin/sh"), {text("-c"), script, program()}).error, "");
+    EXPECT_EQ(list().out.count('\n'), 4);
+    expect_failure(make(text("/dev/zero")), "/dev/zero: The file is too large");
+    expect_failure(make(text("/dev/null")), "/dev/null: The file is empty");
+    expect_failure(make(text("/")), "/: Is a directory");
+}
+
+TEST_F(Print, NamesThatAreNoTextAreTakenOrRefusedInWords) {
+    const QString script = text("mv printers.ini \"$(printf 'p\\377')\"; "
+                                "\"$0\" printers --settings conf --make \"$(printf 'p\\377')\" && "
+                                "\"$0\" printers --settings \"$(printf 'c\\377')\"");
+    expect_failure(run_program(text("/bin/sh"), {text("-c"), script, program()}),
+                   "c?: The name is not valid in the locale's encoding");
+    EXPECT_EQ(::unlink((QFile::encodeName(directory_.path()) + "/p\xff").constData()), 0);
+    const QString config = text("XDG_CONFIG_HOME=\"$(printf '/tmp/\\377')\" \"$0\" printers");
+    expect_failure(run_program(text("/bin/sh"), {text("-c"), config, program()}),
+                   "/tmp/?/printman/PRTSETUP.BIN: The name is not valid in the locale's encoding");
 }
 
 TEST_F(Print, ASettingTurnsThePageMapOff) {

@@ -4,14 +4,8 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDialog>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFontDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPrintDialog>
-#include <QPushButton>
 #include <QStatusBar>
 #include <QTest>
 #include <QTimer>
@@ -32,27 +26,7 @@ protected:
         return {"PATH", path("") + ":/usr/bin:/bin"};
     }
 
-    /// Answers the dialogs of a print: that file and the font that is proposed; or, without a file,
-    /// cancels the first.
-    void answer_print(const QString& file) {
-        QObject::connect(&answers_, &QTimer::timeout, [file] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            if (auto* print = qobject_cast<QPrintDialog*>(dialog)) {
-                print->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(file);
-                print->findChild<QDialogButtonBox*>()
-                    ->button(file.isEmpty() ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok)
-                    ->click();
-            } else if (auto* font = qobject_cast<QFontDialog*>(dialog)) {
-                font->accept();
-            } else if (auto* question = qobject_cast<QMessageBox*>(dialog)) {
-                question->done(QMessageBox::Yes);
-            }
-        });
-        answers_.start(20);
-    }
-
     const testsupport::EnvironmentGuard no_server_{"CUPS_SERVER", "/nowhere/cups.sock"};
-    QTimer answers_;
 };
 
 } // namespace
@@ -225,44 +199,4 @@ TEST_F(ViewerJobs, TheWindowIsNotClosedUnderAJob) {
     EXPECT_FALSE(closed);
     EXPECT_TRUE(window_->isVisible());
     EXPECT_TRUE(window_->close());
-}
-
-TEST_F(ViewerJobs, ThePrintOfAReportThatIsCancelledIsNoError) {
-    open();
-    answer_print(QString());
-    action("print_report").trigger();
-    EXPECT_EQ(boxes_.texts, QStringList());
-    EXPECT_EQ(window_->statusBar()->currentMessage(), QString());
-    EXPECT_EQ(window_->focusWidget(), &screen());
-}
-
-TEST_F(ViewerJobs, TheWholeReportIsPrintedWhereTheUserChooses) {
-    open();
-    action("next").trigger();
-    const QString out = QFile::decodeName(path("printed.pdf"));
-    answer_print(out);
-    action("print_report").trigger();
-    EXPECT_EQ(boxes_.texts, QStringList());
-    EXPECT_EQ(window_->statusBar()->currentMessage(), QStringLiteral("The report is printed"));
-    EXPECT_EQ(testsupport::pdf_words(out).count(QStringLiteral("page")), 3);
-    EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
-}
-
-TEST_F(ViewerJobs, AReportThatCannotBePrintedIsToldOnce) {
-    open();
-    answer_print(QStringLiteral("/dev/full"));
-    action("print_report").trigger();
-    // The dialog asks first whether the file may be overwritten.
-    ASSERT_EQ(boxes_.texts.size(), 2);
-    EXPECT_TRUE(boxes_.texts.last().startsWith(QStringLiteral("The report was not printed.\n\n")));
-}
-
-TEST_F(ViewerJobs, ThePrintOfALongReportCanBeCanceled) {
-    open_long();
-    boxes_.cancel_jobs = true;
-    answer_print(QFile::decodeName(path("printed.pdf")));
-    action("print_report").trigger();
-    EXPECT_EQ(boxes_.progress_dialogs, 1);
-    EXPECT_EQ(boxes_.texts, QStringList());
-    EXPECT_FALSE(QFile::exists(QFile::decodeName(path("printed.pdf"))));
 }
