@@ -93,7 +93,9 @@ TEST_F(PdfExtras, AWatermarkStandsAtItsPlace) {
 
 TEST_F(PdfExtras, ALongWatermarkStandsWithinTheMargins) {
     const QString mark = QString(60, u'M');
-    ASSERT_EQ(pdf({text("--watermark=") + mark, text("--watermark-angle=0")}).error, "");
+    ASSERT_EQ(
+        pdf({text("--watermark=") + mark, text("--watermark-angle=0"), text("--portrait")}).error,
+        "");
     const QString boxes = QString::fromUtf8(
         run_program(text("pdftotext"), {text("-bbox"), path(out), text("-")}).out);
     const auto match =
