@@ -2,8 +2,12 @@
 
 #include "host/interrupt.h"
 
+#include <QList>
+#include <QString>
+
 #include <cerrno>
 #include <cstdio>
+#include <cwchar>
 #include <unistd.h>
 
 namespace host {
@@ -20,13 +24,25 @@ void note_output_error() {
 
 } // namespace
 
-QByteArray one_line(QByteArray text) {
-    for (char& c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (byte < 0x20 || byte == 0x7f)
-            c = '?';
+QByteArray one_line(const QByteArray& text) {
+    QString shown = QString::fromUtf8(text);
+    for (QChar& c : shown) {
+        const bool breaks = c.category() == QChar::Other_Control || c == QChar::LineSeparator ||
+                            c == QChar::ParagraphSeparator;
+        if (breaks || c == QChar::ReplacementCharacter)
+            c = u'?';
     }
-    return text;
+    return shown.toUtf8();
+}
+
+int shown_width(const QByteArray& text) {
+    int width = 0;
+    for (const uint character : QString::fromUtf8(text).toUcs4()) {
+        // The toolkit has set a locale that knows them all; what none knows fills one column.
+        const int columns = ::wcwidth(static_cast<wchar_t>(character));
+        width += columns < 0 ? 1 : columns;
+    }
+    return width;
 }
 
 void report_error(const QByteArray& message) {

@@ -7,9 +7,13 @@
 
 namespace host {
 
-/// @p text with every control byte as a '?', so that it stays on one line and tells the terminal
-/// nothing.
-QByteArray one_line(QByteArray text);
+/// @p text, which is UTF-8, with a '?' for every control character and for what is no UTF-8, so
+/// that it stays on one line and tells the terminal nothing.
+QByteArray one_line(const QByteArray& text);
+
+/// How many columns of a terminal such a text fills: none for a combining character, two for a wide
+/// one.
+int shown_width(const QByteArray& text);
 
 /// Writes "printman: " and @p message as one line to standard error.
 void report_error(const QByteArray& message);

@@ -185,7 +185,7 @@ QByteArray Reader::start_printer(const QByteArray& id) {
     put("Courier New", fresh.font.log_font.face_name);
     const QByteArray wrong = put(id, fresh.printer_id);
     if (!wrong.isEmpty())
-        return "the id in [] is " + wrong;
+        return "the id in [] must be " + wrong;
     seen_.clear();
     section_line_ = line;
     records.push_back(fresh);
@@ -203,11 +203,15 @@ QByteArray Reader::end_printer() {
                                   .bottom = margins.bottom,
                                   .right = margins.right},
                                  inches);
-    if (*record.printer_name && fits)
+    const PageInfo& page = record.page;
+    const bool is_upside_down = seen_.contains("first_line") && seen_.contains("last_line") &&
+                                page.last_line < page.first_line;
+    if (*record.printer_name && fits && !is_upside_down)
         return {};
     line = section_line_;
-    return *record.printer_name ? QByteArray("the margins leave no room on the paper")
-                                : QByteArray("the printer needs a name");
+    return !*record.printer_name ? QByteArray("the printer needs a name")
+           : !fits               ? QByteArray("the margins leave no room on the paper")
+                                 : QByteArray("the last line comes before the first line");
 }
 
 QByteArray Reader::read_entry(const QByteArray& text) {
@@ -240,7 +244,9 @@ Outcome read_printers(const QByteArray& text, const QByteArray& file,
     const auto fault = [&](const QByteArray& what) {
         return Outcome::failure(file + ':' + QByteArray::number(reader.line) + ": " + what);
     };
-    for (const QByteArray& line : text.split('\n')) {
+    const QByteArray byte_order_mark("\xef\xbb\xbf");
+    const qsizetype start = text.startsWith(byte_order_mark) ? byte_order_mark.size() : 0;
+    for (const QByteArray& line : text.mid(start).split('\n')) {
         const QByteArray wrong = reader.read(line);
         if (!wrong.isEmpty())
             return fault(wrong);

@@ -2,27 +2,17 @@
 
 #include "host/console.h"
 
-#include <QString>
-
 #include <algorithm>
 
 namespace host {
-
-namespace {
-
-/// How wide a text is on a terminal: its characters, or its bytes where it is no UTF-8.
-qsizetype shown_width(const QByteArray& text) {
-    return QString::fromLocal8Bit(text).size();
-}
-
-} // namespace
 
 QByteArray aligned_table(const QList<QList<QByteArray>>& rows, const QList<qsizetype>& numeric) {
     QList<qsizetype> widths;
     for (const auto& row : rows) {
         widths.resize(std::max(widths.size(), row.size()));
         for (qsizetype column = 0; column < row.size(); ++column)
-            widths[column] = std::max(widths[column], shown_width(one_line(row[column])));
+            widths[column] =
+                std::max(widths[column], qsizetype{shown_width(one_line(row[column]))});
     }
     QByteArray text;
     for (const auto& row : rows) {

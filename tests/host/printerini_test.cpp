@@ -68,9 +68,9 @@ TEST(PrinterDescription, FaultsAreToldWithTheirLine) {
              Case{"; only a comment\n", "f: it describes no printer"},
              Case{"name=a\n", "f:1: a key stands before the first section"},
              Case{"\n[A\n", "f:2: a section ends with ']'"},
-             Case{"[]\n", "f:1: the id in [] is a text"},
-             Case{"[" + QByteArray(128, 'x') + "]", "f:1: the id in [] is a text of at most 127 "
-                                                    "bytes"},
+             Case{"[]\n", "f:1: the id in [] must be a text"},
+             Case{"[" + QByteArray(128, 'x') + "]", "f:1: the id in [] must be a text of at most "
+                                                    "127 bytes"},
              Case{"[A]\nname=a\n\n[A]\n", "f:4: there is a printer 'A' already"},
              Case{"\n[A]\nsize=9\n\n[B]\nname=b\n", "f:2: the printer needs a name"},
              Case{"[A]\nname=a\ncolour=red\n", "f:3: there is no key 'colour'"},
@@ -91,11 +91,21 @@ TEST(PrinterDescription, FaultsAreToldWithTheirLine) {
              Case{"[A]\nmargins=1,2\n", "f:2: margins needs top,bottom,left,right in inches, each "
                                         "from 0 to 100, not '1,2'"},
              Case{"[A]\nname=a\nmargins=6,6,0,0\n", "f:1: the margins leave no room on the paper"},
+             Case{"\n[A]\nname=a\nlast_line=59\nfirst_line=60\n",
+                  "f:2: the last line comes before the first line"},
              Case{"[A]\nlast_line=-1\n",
                   "f:2: last_line needs a whole number from 0 to 32767, not '-1'"},
              Case{QByteArray("[A]\nname=a\0b\n", 13), "f:2: a zero byte stands in the line"},
          })
         EXPECT_EQ(fault(c.text).toStdString(), c.told.toStdString());
+}
+
+TEST(PrinterDescription, AByteOrderMarkIsNoText) {
+    Records records;
+    EXPECT_EQ(host::read_printers("\xef\xbb\xbf[A]\nname=a\nfirst_line=7\n", "f", records).message,
+              "");
+    ASSERT_EQ(records.size(), 1);
+    EXPECT_STREQ(records[0].printer_id, "A");
 }
 
 TEST(PrinterDescription, TheExampleIsRight) {
@@ -104,6 +114,21 @@ TEST(PrinterDescription, TheExampleIsRight) {
     Records records;
     EXPECT_EQ(host::read_printers(file.readAll(), "printers.ini", records).message, "");
     EXPECT_EQ(records.size(), 3);
+}
+
+TEST(PrinterTable, ColumnsAreAsWideAsATerminalShowsThem) {
+    EXPECT_EQ(host::aligned_table({{"e\xcc\x81", "x"}, {"\xe5\xad\x97", "y"}, {"abc", "z"}}, {}),
+              "e\xcc\x81    x\n\xe5\xad\x97   y\nabc  z\n");
+}
+
+TEST(PrinterTable, WhatATerminalWouldObeyOrCannotShowIsReplaced) {
+    EXPECT_EQ(host::aligned_table({{"a\xc2\x9b"
+                                    "31mb"},
+                                   {"\xff"
+                                    "c\x9b"},
+                                   {"\xc3\xa4\x7f\x1b"}},
+                                  {}),
+              "a?31mb\n?c?\n\xc3\xa4??\n");
 }
 
 TEST(PrinterTable, ColumnsAreAlignedAndControlBytesHarmless) {
