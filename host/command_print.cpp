@@ -45,8 +45,12 @@ const Command print_command{
     .operands = {"REPORT"},
     .summary = "print a report on a printer of the setup file",
     .about = "Prints REPORT on a printer that the setup file describes; 'printman printers'\n"
-             "lists them. A page fills the paper less the printer's margins unless the setting\n"
-             "NOPAGEMAP is yes. A printer whose name has \"generic\" in it gets plain text.",
+             "lists them. A page fills the sheet, less half an inch at the upright sheet's sides\n"
+             "and a third of an inch at its top and bottom, and less the printer's margins.\n"
+             "Where the setting NOPAGEMAP is yes the text has the font's own size, and the\n"
+             "printer's margins do not count. A printer whose name has \"generic\" in it gets\n"
+             "plain text in a font of fixed width that fits the page: font, paper and margins\n"
+             "of the setup file do not count for it.",
     .options = {{"printer", "ID", "the printer, by its id; it is needed"},
                 {"copies", "N", "print N copies, 1 to 999 (default: 1)"},
                 {"no-collate", "", "all copies of a page, then all of the next one"},
