@@ -180,7 +180,8 @@ TEST_F(BadInputs, NamesNeedNotBeTextInTheLocalesEncoding) {
         "\"$0\" text ./*.rpt good.txt && \"$0\" text ./*.rpt \"$(echo ./*.rpt).txt\"");
     const Ended result =
         run_program(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script, program()});
-    expect_failure(result, "cannot write ./?.rpt.txt: The name is not valid in the locale's encoding");
+    expect_failure(result,
+                   "cannot write ./?.rpt.txt: The name is not valid in the locale's encoding");
     for (const char* kind : {".pdf", ".png", ".import"})
         EXPECT_EQ(::unlink((odd + kind).constData()), 0) << kind;
     EXPECT_EQ(::unlink(odd.constData()), 0);
