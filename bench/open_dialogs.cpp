@@ -6,6 +6,7 @@
 #include <printman/core/printman.h>
 #include <printman/dialogs/selprinterdlg.h>
 #include <printman/dialogs/selunixprinterdlg.h>
+#include <printman/printer/setuprecord.h>
 #include <printman/select/finddlg.h>
 
 #include <QApplication>
@@ -14,7 +15,10 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
+#include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -80,11 +84,29 @@ void add_printers(CPrintMan& manager) {
     }
 }
 
+/// The setup file, in the current directory.
+void write_setup_file(const bench::Scratch& scratch) {
+    std::vector<printman::SetupRecord> records(printers);
+    int number = 0;
+    for (printman::SetupRecord& record : records) {
+        record = {};
+        record.in_use = 1;
+        std::snprintf(record.printer_id, sizeof record.printer_id, "local %d", ++number);
+    }
+    const std::string bytes = printman::setup_file_bytes(records);
+    std::ofstream(scratch.file("PRTSETUP.BIN"), std::ios::binary)
+        .write(bytes.data(), static_cast<long>(bytes.size()));
+}
+
 void open_server_printers(CPrintMan& manager) {
     SelPrinterDlg dialog(nullptr, nullptr, true);
     dialog.printman = &manager;
     dialog.server_printers = true;
     dialog.exec();
+}
+
+void open_local_printers() {
+    SelPrinterDlg(nullptr, nullptr, true).exec();
 }
 
 void open_unix_printers(CPrintMan& manager) {
@@ -101,13 +123,19 @@ void measure(int argc, char** argv) {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
     int one = 1;
     const QApplication application(one, argv);
+    // The settings of a host that has none are those of the current directory.
+    const bench::Scratch scratch;
+    if (::chdir(scratch.path().c_str()) != 0)
+        bench::fail("cannot work in the scratch directory");
+    write_setup_file(scratch);
     CPrintMan manager;
     add_printers(manager);
     std::printf("from the call to the painted dialog, on %s\n",
                 qPrintable(QGuiApplication::platformName()));
     print_row("print destination", rounds, [&manager] { manager.show_print_dest(); });
     print_row("server's printers", rounds, [&manager] { open_server_printers(manager); });
-    print_row("local printers", rounds, [&manager] { open_unix_printers(manager); });
+    print_row("local printers", rounds, open_local_printers);
+    print_row("Unix printers", rounds, [&manager] { open_unix_printers(manager); });
     print_row("find", rounds, [] { findDlg().exec(); });
     print_row("screen colours", rounds, [&manager] { manager.select_screencolor(); });
 }

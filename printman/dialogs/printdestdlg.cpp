@@ -20,6 +20,7 @@
 #include <QPointer>
 #include <QValidator>
 
+#include <algorithm>
 #include <cstring>
 #include <optional>
 #include <string>
@@ -30,6 +31,7 @@ namespace {
 
 enum Destination { to_screen = 1, to_printer = 2, to_file = 3 };
 
+constexpr int least_label_width = 60;
 constexpr int longest_printer_id = sizeof PrintDest::prt_id - 1;
 constexpr int longest_path = sizeof PrintDest::path - 1;
 
@@ -128,22 +130,31 @@ printdestDlgBase::printdestDlgBase(QWidget* parent, const char* name, bool modal
     btnFontBrw = ui_->btnFontBrw;
     btnOK = ui_->btnOK;
     btnCancel = ui_->btnCancel;
-    for (QLineEdit* const field : {txtPrintID, txtPathName, txtFont})
-        make_room(field, QStringLiteral("Liberation Mono, DemiBold regular, size 10"));
+    fit_to_texts();
     if (QMimeSourceFactory* images = QMimeSourceFactory::defaultFactory())
         PixmapLabel1->setPixmap(images->pixmap(QStringLiteral("korvologo.png")));
 }
 
 printdestDlgBase::~printdestDlgBase() = default;
 
+/// Has every field be wide enough for what usually stands in it, and the label for its text.
+void printdestDlgBase::fit_to_texts() {
+    for (QLineEdit* const field : {txtPrintID, txtPathName, txtFont})
+        make_room(field, QStringLiteral("Liberation Mono, DemiBold regular, size 10"));
+    lbPrintID->setMinimumWidth(std::max(least_label_width, lbPrintID->sizeHint().width()));
+}
+
 void printdestDlgBase::languageChange() {
     ui_->retranslateUi(this);
+    fit_to_texts();
 }
 
 void printdestDlgBase::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange)
         languageChange();
     QDialog::changeEvent(event);
+    if (is_of_font(*event))
+        fit_to_texts();
 }
 
 PrintDestDlg::PrintDestDlg(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
@@ -395,8 +406,20 @@ void PrintDestDlg::showEvent(QShowEvent* event) {
     if (needs_init_) {
         needs_init_ = false;
         init_dialog();
+        focus_destination();
     }
     printdestDlgBase::showEvent(event);
+}
+
+/// Has the keyboard start at the destination that is chosen.
+void PrintDestDlg::focus_destination() {
+    const QWidget* const focused = focusWidget();
+    if (focused && focused->parentWidget() != bgbExecDest)
+        return;
+    for (QRadioButton* const button : {opToScreen, opToPrinter, opToFile}) {
+        if (button->isChecked())
+            button->setFocus();
+    }
 }
 
 void PrintDestDlg::hideEvent(QHideEvent* event) {

@@ -71,6 +71,8 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void fit_to_texts();
+
     std::unique_ptr<Ui::printdestDlgBase> ui_;
 };
 
@@ -173,6 +175,7 @@ private:
     int screen_weight() const;
     void set_screen_font(const QFont& font, int weight);
     void show_screen_font();
+    void focus_destination();
 
     bool needs_init_ = true;
     bool has_local_id_ = false; ///< the record was once for local printing

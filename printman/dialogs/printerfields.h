@@ -3,6 +3,7 @@
 #include <printman/printer/textfield.h>
 
 #include <QComboBox>
+#include <QEvent>
 #include <QLineEdit>
 #include <QString>
 
@@ -34,6 +35,11 @@ inline void show_beginning(QComboBox* box) {
 /// Has the layout give the field room for @p sample and the field's frame, in the field's font.
 inline void make_room(QLineEdit* field, const QString& sample) {
     field->setMinimumWidth(field->fontMetrics().horizontalAdvance(sample + QStringLiteral("mm")));
+}
+
+/// Whether the widget's texts are as wide as before no more.
+inline bool is_of_font(const QEvent& event) {
+    return event.type() == QEvent::FontChange || event.type() == QEvent::StyleChange;
 }
 
 } // namespace printman

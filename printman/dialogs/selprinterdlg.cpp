@@ -9,6 +9,7 @@
 
 #include <QEvent>
 #include <QFile>
+#include <QHideEvent>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -58,10 +59,7 @@ selPrinterDlgBase::selPrinterDlgBase(QWidget* parent, const char* name, bool mod
     setModal(modal);
     ui_->setupUi(this);
     take_widgets();
-    make_room(txtPaperSize, QStringLiteral("105 x 241 mm, US Common #10 Emvelope"));
-    for (QLineEdit* const number :
-         {txtSize, txtPageLength, txtFirstLine, txtLastLine, txtTop, txtBottom, txtLeft, txtRight})
-        make_room(number, QStringLiteral("000.00"));
+    fit_to_font();
     resize(size().expandedTo(minimumSizeHint()));
 }
 
@@ -108,6 +106,14 @@ void selPrinterDlgBase::take_widgets() {
     TextLabel1_4 = ui_->TextLabel1_4;
 }
 
+/// Has every field be wide enough for what usually stands in it.
+void selPrinterDlgBase::fit_to_font() {
+    make_room(txtPaperSize, QStringLiteral("105 x 241 mm, US Common #10 Emvelope"));
+    for (QLineEdit* const number :
+         {txtSize, txtPageLength, txtFirstLine, txtLastLine, txtTop, txtBottom, txtLeft, txtRight})
+        make_room(number, QStringLiteral("000.00"));
+}
+
 void selPrinterDlgBase::languageChange() {
     ui_->retranslateUi(this);
 }
@@ -116,6 +122,8 @@ void selPrinterDlgBase::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange)
         languageChange();
     QDialog::changeEvent(event);
+    if (is_of_font(*event))
+        fit_to_font();
 }
 
 SelPrinterDlg::SelPrinterDlg(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
@@ -124,6 +132,7 @@ SelPrinterDlg::SelPrinterDlg(QWidget* parent, const char* name, bool modal, Qt::
     connect(btnCancel, &QPushButton::clicked, this, &SelPrinterDlg::btnCancel_clicked);
     connect(cbPrinterID, &QComboBox::textActivated, this, &SelPrinterDlg::cbPrinterID_activated);
     cbPrinterID->lineEdit()->setReadOnly(true);
+    cbPrinterID->setCompleter(nullptr);
     // Smaller than the layout's smallest size, which then is the dialog's only one.
     setMaximumSize(10, 10);
 }
@@ -278,6 +287,8 @@ void SelPrinterDlg::showEvent(QShowEvent* event) {
 }
 
 void SelPrinterDlg::hideEvent(QHideEvent* event) {
-    needs_init_ = true;
+    // A window that the desktop minimises is not hidden for its user: its list stays.
+    if (!event->spontaneous())
+        needs_init_ = true;
     selPrinterDlgBase::hideEvent(event);
 }

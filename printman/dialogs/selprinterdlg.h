@@ -76,6 +76,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void fit_to_font();
     void take_widgets();
 
     std::unique_ptr<Ui::selPrinterDlgBase> ui_;

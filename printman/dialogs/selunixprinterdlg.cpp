@@ -30,13 +30,18 @@ selUnixPrinterDlgBase::selUnixPrinterDlgBase(QWidget* parent, const char* name, 
     txtLastLine = ui_->txtLastLine;
     btnOK = ui_->btnOK;
     btnCancel = ui_->btnCancel;
-    make_room(txtDescription, QStringLiteral("Laser printer in the office, second floor"));
-    for (QLineEdit* const number : {txtPageLength, txtFirstLine, txtLastLine})
-        make_room(number, QStringLiteral("000000"));
+    fit_to_font();
     resize(size().expandedTo(minimumSizeHint()));
 }
 
 selUnixPrinterDlgBase::~selUnixPrinterDlgBase() = default;
+
+/// Has every field be wide enough for what usually stands in it.
+void selUnixPrinterDlgBase::fit_to_font() {
+    make_room(txtDescription, QStringLiteral("Laser printer in the office, second floor"));
+    for (QLineEdit* const number : {txtPageLength, txtFirstLine, txtLastLine})
+        make_room(number, QStringLiteral("000000"));
+}
 
 void selUnixPrinterDlgBase::languageChange() {
     ui_->retranslateUi(this);
@@ -46,6 +51,8 @@ void selUnixPrinterDlgBase::changeEvent(QEvent* event) {
     if (event->type() == QEvent::LanguageChange)
         languageChange();
     QDialog::changeEvent(event);
+    if (is_of_font(*event))
+        fit_to_font();
 }
 
 SelUnixPrinterDlg::SelUnixPrinterDlg(QWidget* parent, const char* name, bool modal,
@@ -55,6 +62,7 @@ SelUnixPrinterDlg::SelUnixPrinterDlg(QWidget* parent, const char* name, bool mod
             &SelUnixPrinterDlg::cbPrinterID_activated);
     connect(btnOK, &QPushButton::clicked, this, &SelUnixPrinterDlg::btnOK_clicked);
     connect(btnCancel, &QPushButton::clicked, this, &SelUnixPrinterDlg::btnCancel_clicked);
+    cbPrinterID->setCompleter(nullptr);
     // Smaller than the layout's smallest size, which then is the dialog's only one.
     setMaximumSize(10, 10);
 }

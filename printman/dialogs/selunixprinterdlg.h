@@ -53,6 +53,7 @@ protected:
     void changeEvent(QEvent* event) override;
 
 private:
+    void fit_to_font();
     std::unique_ptr<Ui::selUnixPrinterDlgBase> ui_;
 };
 

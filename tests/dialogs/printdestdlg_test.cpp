@@ -346,6 +346,35 @@ TEST_F(PrintDestDialog, growsWithTheLanguageAlone) {
     EXPECT_EQ(dialog.size(), dialog.layout()->totalMinimumSize());
 }
 
+TEST_F(PrintDestDialog, cutsNoLabelThatMayGrow) {
+    PrintDestDlg dialog;
+    open(dialog, record(1, true));
+    EXPECT_EQ(dialog.lbPrintID->minimumWidth(), 60);
+    dialog.lbPrintID->setText(text("Printer identification"));
+    const auto fits = [](const QWidget* widget) {
+        return widget->width() >= widget->sizeHint().width();
+    };
+    QFont large = dialog.font();
+    large.setPointSize(24);
+    dialog.setFont(large);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return fits(dialog.lbPrintID); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] {
+        return dialog.txtFont->width() > QFontMetrics(large).horizontalAdvance(
+                                             text("Liberation Mono, DemiBold regular, size 10"));
+    }));
+}
+
+TEST_F(PrintDestDialog, theKeyboardStartsAtTheChosenDestination) {
+    for (const int dest : {1, 2, 3}) {
+        PrintDestDlg dialog;
+        open(dialog, record(dest, true));
+        QTest::qWait(0);
+        EXPECT_EQ(dialog.focusWidget(), dest == 1   ? dialog.opToScreen
+                                        : dest == 2 ? dialog.opToPrinter
+                                                    : dialog.opToFile);
+    }
+}
+
 TEST_F(PrintDestDialog, enterMeansOkAndEscapeCancel) {
     PrintDestDlg dialog;
     open(dialog, record(1, true));

@@ -335,3 +335,31 @@ TEST_F(SelectPrinter, growsWithTheLanguageAlone) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return dialog_.width() > width && cut_labels().empty(); }));
     EXPECT_THAT(cut_labels(), IsEmpty());
 }
+
+TEST_F(SelectPrinter, returnTakesThePrinterThatIsShownHoweverOthersAreSpelt) {
+    CPrintMan manager;
+    set_host_printers(manager, {host_printer("lp"), host_printer("LP"), host_printer("Lp")});
+    dialog_.printman = &manager;
+    dialog_.show();
+    for (const char* id : {"LP", "Lp"}) {
+        pick(dialog_.cbPrinterID,
+             dialog_.cbPrinterID->findText(text(id), Qt::MatchExactly | Qt::MatchCaseSensitive));
+        QTest::keyClick(dialog_.cbPrinterID, Qt::Key_Return);
+        EXPECT_EQ(dialog_.result(), QDialog::Accepted);
+        EXPECT_EQ(dialog_.printer_id, text(id));
+        EXPECT_EQ(dialog_.txtPrinterName->text(), text("Host ") + text(id));
+        dialog_.show();
+    }
+}
+
+TEST_F(SelectPrinter, minimisingItKeepsItsListAndWhatWasPicked) {
+    dialog_.show();
+    pick(dialog_.cbPrinterID, 1);
+    QHideEvent hidden;
+    QSpontaneKeyEvent::setSpontaneous(&hidden);
+    QShowEvent shown;
+    qApp->notify(&dialog_, &hidden);
+    qApp->notify(&dialog_, &shown);
+    EXPECT_THAT(entries(dialog_.cbPrinterID), ElementsAre("first", "second", "third"));
+    EXPECT_EQ(dialog_.cbPrinterID->currentText(), text("second"));
+}

@@ -296,3 +296,14 @@ TEST_F(SelectUnixPrinter, growsWithTheLanguageAlone) {
     EXPECT_TRUE(QTest::qWaitFor([&] { return dialog_.width() > width && cut_labels().empty(); }));
     EXPECT_THAT(cut_labels(), IsEmpty());
 }
+
+TEST_F(SelectUnixPrinter, returnTakesThePrinterThatIsShownHoweverOthersAreSpelt) {
+    CPrintMan manager;
+    set_unix_printers(manager, {unix_printer("lp"), unix_printer("LP")});
+    dialog_.printman = &manager;
+    dialog_.show();
+    pick(dialog_.cbPrinterID, 1);
+    QTest::keyClick(dialog_.cbPrinterID, Qt::Key_Return);
+    EXPECT_EQ(dialog_.result(), QDialog::Accepted);
+    EXPECT_EQ(dialog_.printer_id, text("LP"));
+}
