@@ -5,7 +5,7 @@
 #include <printman/output/steprunner.h>
 #include <printman/output/tmpnames.h>
 #include <printman/printer/paths.h>
-#include <printman/toolkit/outputfile.h>
+#include <printman/toolkit/chosenpdf.h>
 #include <printman/toolkit/psprinter.h>
 #include <printman/toolkit/scratchname.h>
 
@@ -15,7 +15,6 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QPainter>
-#include <QPdfWriter>
 
 namespace printman {
 
@@ -254,24 +253,11 @@ QString ReportJob::print_to_chosen(const Pages& pages) {
 
 /// Prints into the file that the user chose to become a PDF.
 QString ReportJob::print_to_pdf(const Pages& pages) {
-    const PsPrinter& printer = tools_.printer;
-    OutputFile out;
-    if (!out.open(printer.outputFileName()))
-        return out.error();
-    QPdfWriter pdf(out.device());
-    pdf.setResolution(printer.resolution());
-    pdf.setPageLayout(printer.pageLayout());
-    pdf.setTitle(printer.docName());
-    pdf.setCreator(printer.creator());
-    QPainter painter;
-    if (!painter.begin(&pdf))
-        return or_unknown(out.device()->errorString());
-    QCoreApplication::processEvents();
-    QString why = paint(painter, pdf, pages);
-    const bool is_ended = painter.end();
-    if (!why.isEmpty())
-        return why;
-    return is_ended && out.commit() ? QString() : or_unknown(out.error());
+    return make_chosen_pdf(tools_.printer,
+                           [this, &pages](QPainter& painter, QPagedPaintDevice& device) {
+                               QCoreApplication::processEvents();
+                               return paint(painter, device, pages);
+                           });
 }
 
 JobEnd ReportJob::serve(const char* printer_id, PrintedCopies printed, const QString& output_file,

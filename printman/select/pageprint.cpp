@@ -1,15 +1,13 @@
 #include <printman/printer/hostservices.h>
 #include <printman/render/itempainter.h>
 #include <printman/select/pageprint.h>
-#include <printman/toolkit/outputfile.h>
+#include <printman/toolkit/chosenpdf.h>
 #include <printman/toolkit/psprinter.h>
 
 #include <QFontDatabase>
 #include <QFontDialog>
 #include <QFontInfo>
-#include <QIODevice>
 #include <QPainter>
-#include <QPdfWriter>
 #include <QPointer>
 
 #include <climits>
@@ -94,20 +92,11 @@ QString PagePrint::on_printer(PsPrinter& printer) {
 }
 
 QString PagePrint::on_pdf(const PsPrinter& printer) {
-    OutputFile out;
-    if (!out.open(printer.outputFileName()))
-        return out.error();
-    QPdfWriter pdf(out.device());
-    pdf.setResolution(printer.resolution());
-    pdf.setPageLayout(printer.pageLayout());
-    pdf.setTitle(printer.docName());
-    pdf.setCreator(printer.creator());
-    QPainter p;
-    if (!p.begin(&pdf))
-        return or_unknown(out.device()->errorString());
-    units_.no_page_map = is_page_map_off();
-    paint(p);
-    return p.end() && out.commit() ? QString() : or_unknown(out.error());
+    return make_chosen_pdf(printer, [this](QPainter& p, QPagedPaintDevice& /*device*/) {
+        units_.no_page_map = is_page_map_off();
+        paint(p);
+        return QString();
+    });
 }
 
 } // namespace
