@@ -35,7 +35,7 @@ PRINTMAN_EXPORT int SetEnv(const char* entry, const char* file, const char* sect
     const QByteArray text(entry);
     const qsizetype equals = text.indexOf('=');
     return equals > 0 &&
-                   host_settings().store(file, section, text.left(equals), text.mid(equals + 1))
+                   host_settings().keep(file, section, {{text.left(equals), text.mid(equals + 1)}})
                ? 1
                : 0;
 }

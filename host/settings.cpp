@@ -2,6 +2,7 @@
 
 #include "host/inifile.h"
 #include "host/pendingfile.h"
+#include "host/report.h"
 
 #include <QDir>
 #include <QFile>
@@ -45,6 +46,11 @@ std::optional<QByteArray> environment_value(const QByteArray& key) {
     return QByteArray(value);
 }
 
+/// Names are told apart as IniFile tells them apart.
+QByteArray place_of(const QByteArray& file, const QByteArray& section, const QByteArray& key) {
+    return file + '\0' + section.trimmed().toLower() + '\0' + key.trimmed().toLower();
+}
+
 } // namespace
 
 Settings::Settings(QByteArray directory)
@@ -54,12 +60,27 @@ QByteArray Settings::path_of(const QByteArray& file) const {
     return file.startsWith('/') ? file : directory_ + '/' + file;
 }
 
+Outcome Settings::read(const QByteArray& file, QByteArray& bytes) const {
+    const QByteArray path = path_of(file);
+    if (read_file(path, bytes) != ReadResult::unusable)
+        return Outcome::success();
+    Outcome readable = check_input(path);
+    return readable.ok() ? Outcome::failure(path + ": It cannot be read as a settings file")
+                         : readable;
+}
+
 std::optional<QByteArray> Settings::file_value(const QByteArray& file, const QByteArray& section,
                                                const QByteArray& key) const {
     QByteArray bytes;
     if (file.isEmpty() || read_file(path_of(file), bytes) != ReadResult::ok)
         return std::nullopt;
     return IniFile(bytes).value(section, key);
+}
+
+std::optional<QByteArray> Settings::kept_value(const QByteArray& file, const QByteArray& section,
+                                               const QByteArray& key) const {
+    const auto unstored = unstored_.find(place_of(file, section, key));
+    return unstored != unstored_.end() ? unstored->second : file_value(file, section, key);
 }
 
 QByteArray Settings::printer_directory(const std::optional<QByteArray>& value) const {
@@ -72,7 +93,7 @@ std::optional<QByteArray> Settings::value(const QByteArray& file, const QByteArr
                                           const QByteArray& key) const {
     auto value = environment_value(key);
     if (!value)
-        value = file_value(file, section, key);
+        value = kept_value(file, section, key);
     return key == "PRTINI" ? printer_directory(value) : value;
 }
 
@@ -81,8 +102,8 @@ bool Settings::turns_page_map_off() const {
     return text && (text->startsWith('y') || text->startsWith('Y'));
 }
 
-bool Settings::store(const QByteArray& file, const QByteArray& section, const QByteArray& key,
-                     const QByteArray& value) const {
+bool Settings::store_all(const QByteArray& file, const QByteArray& section,
+                         const QList<Setting>& values) const {
     if (file.isEmpty())
         return false;
     const QByteArray path = path_of(file);
@@ -90,10 +111,42 @@ bool Settings::store(const QByteArray& file, const QByteArray& section, const QB
     if (read_file(path, bytes) == ReadResult::unusable)
         return false;
     IniFile ini(bytes);
-    if (!ini.set(section, key, value) || !make_directory_of(path))
+    for (const Setting& setting : values) {
+        if (!ini.set(section, setting.key, setting.value))
+            return false;
+    }
+    if (!make_directory_of(path))
         return false;
     PendingFile pending;
     return pending.open(path) && pending.write(ini.bytes()) && pending.commit();
+}
+
+bool Settings::keep(const QByteArray& file, const QByteArray& section,
+                    const QList<Setting>& values) {
+    IniFile fresh{QByteArray()};
+    const bool can_hold = !file.isEmpty() && std::ranges::all_of(values, [&](const Setting& value) {
+        return fresh.set(section, value.key, value.value);
+    });
+    if (!can_hold)
+        return false;
+    const bool stored = store_all(file, section, values);
+    if (stored)
+        forget(file, section, values);
+    else
+        assume(file, section, values);
+    return stored;
+}
+
+void Settings::assume(const QByteArray& file, const QByteArray& section,
+                      const QList<Setting>& values) {
+    for (const Setting& setting : values)
+        unstored_[place_of(file, section, setting.key)] = setting.value;
+}
+
+void Settings::forget(const QByteArray& file, const QByteArray& section,
+                      const QList<Setting>& values) {
+    for (const Setting& setting : values)
+        unstored_.erase(place_of(file, section, setting.key));
 }
 
 std::optional<Colour> parse_colour(const QByteArray& text) {
@@ -111,7 +164,7 @@ std::optional<Colour> parse_colour(const QByteArray& text) {
 }
 
 Colour Settings::colour(const QByteArray& key) const {
-    if (const auto text = file_value("dlwmenu.ini", "color", key)) {
+    if (const auto text = kept_value("dlwmenu.ini", "color", key)) {
         if (const auto colour = parse_colour(*text))
             return *colour;
     }

@@ -237,6 +237,47 @@ TEST_F(SettingsFiles, Colours) {
         EXPECT_EQ(host::parse_colour(malformed), std::nullopt) << malformed;
 }
 
+TEST_F(SettingsFiles, SeveralValuesAreKeptInOneStep) {
+    write_file(path("dlwmenu.ini"), "[a]\nK=1\n");
+    host::Settings& settings = host::host_settings();
+    EXPECT_TRUE(settings.keep("dlwmenu.ini", "a", {{"K", "2"}, {"L", "3"}}));
+    EXPECT_EQ(read_file(path("dlwmenu.ini")), "[a]\nK=2\nL=3\n");
+    EXPECT_FALSE(settings.has_unstored());
+    EXPECT_FALSE(settings.keep("dlwmenu.ini", "a", {{"K", "4"}, {"L", "5\n6"}}));
+    EXPECT_EQ(read_file(path("dlwmenu.ini")), "[a]\nK=2\nL=3\n");
+    EXPECT_FALSE(settings.has_unstored());
+}
+
+TEST_F(SettingsFiles, WhatCannotBeStoredCountsUntilItIs) {
+    ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("dlwmenu.ini")));
+    EXPECT_EQ(SetEnv("PRINTMAN_TEST_KEY=mine", "dlwmenu.ini", "env", 1), 0);
+    EXPECT_EQ(SetEnv("KRV_COLOR_SBG=1,2,3", "dlwmenu.ini", "color", 1), 0);
+    EXPECT_TRUE(host::host_settings().has_unstored());
+    EXPECT_STREQ(GetEnv("printman_test_KEY", "dlwmenu.ini", "Env"), "mine");
+    EXPECT_EQ(GetEnv("PRINTMAN_TEST_KEY", "dlwmenu.ini", "color"), nullptr);
+    EXPECT_EQ(GetEnv("PRINTMAN_TEST_KEY", "dlwprt.ini", "env"), nullptr);
+    EXPECT_EQ(host::host_settings().colour("KRV_COLOR_SBG"), (host::Colour{1, 2, 3}));
+    qputenv("PRINTMAN_TEST_KEY", "environment");
+    EXPECT_STREQ(GetEnv("PRINTMAN_TEST_KEY", "dlwmenu.ini", "env"), "environment");
+    qunsetenv("PRINTMAN_TEST_KEY");
+    ASSERT_TRUE(QDir(directory_.path()).rmdir(QStringLiteral("dlwmenu.ini")));
+    EXPECT_EQ(SetEnv("PRINTMAN_TEST_KEY=stored", "dlwmenu.ini", "env", 1), 1);
+    EXPECT_EQ(SetEnv("KRV_COLOR_SBG=4,5,6", "dlwmenu.ini", "color", 1), 1);
+    EXPECT_FALSE(host::host_settings().has_unstored());
+    EXPECT_EQ(host::host_settings().colour("KRV_COLOR_SBG"), (host::Colour{4, 5, 6}));
+}
+
+TEST_F(SettingsFiles, AnAssumedValueCountsUntilItIsForgotten) {
+    write_file(path("dlwmenu.ini"), "[a]\nK=1\n");
+    host::Settings& settings = host::host_settings();
+    settings.assume("dlwmenu.ini", "a", {{"K", "2"}, {"L", ""}});
+    EXPECT_EQ(settings.value("dlwmenu.ini", "a", "K"), QByteArray("2"));
+    EXPECT_EQ(settings.value("dlwmenu.ini", "a", "L"), QByteArray(""));
+    settings.forget("dlwmenu.ini", "a", {{"K", ""}, {"L", ""}});
+    EXPECT_EQ(settings.value("dlwmenu.ini", "a", "K"), QByteArray("1"));
+    EXPECT_EQ(settings.value("dlwmenu.ini", "a", "L"), std::nullopt);
+}
+
 TEST_F(SettingsFiles, WhatIsNoSettingsFileIsMissing) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("dlwmenu.ini")));
     EXPECT_EQ(GetEnv("PRINTMAN_TEST_KEY", "dlwmenu.ini", "env"), nullptr);
