@@ -33,8 +33,8 @@ Outcome prepare(CPrintMan& manager, const JobReport& input, const QByteArray& re
     return input.open(manager);
 }
 
-int no_page_map() {
-    return host_settings().turns_page_map_off() ? 1 : 0;
+int no_page_map(std::optional<bool> wanted) {
+    return wanted.value_or(host_settings().turns_page_map_off()) ? 1 : 0;
 }
 
 } // namespace
@@ -54,8 +54,9 @@ Outcome print_report(const QByteArray& report, const PrintSetup& setup, JobWatch
     PsPrinter sheet;
     const FontMeanwhile font(text_font(manager.get_columns(), manager.get_lines(), sheet));
     const HeldErrors errors;
-    const int done = manager.print_rpt_page(nullptr, setup.printer.constData(), setup.copies,
-                                            setup.collate, by_setup_file, no_page_map());
+    const int done =
+        manager.print_rpt_page(nullptr, setup.printer.constData(), setup.copies, setup.collate,
+                               by_setup_file, no_page_map(setup.no_page_map));
     return job_outcome(manager, done == 1, errors,
                        directory_of(QFile::encodeName(place.file(QString()))));
 }
@@ -65,7 +66,7 @@ Outcome serve_report(const QByteArray& report, const QByteArray& out, const Prin
     const JobReport input(report);
     CPrintMan manager;
     Outcome ready = prepare(manager, input, report, watch);
-    if (ready.ok())
+    if (ready.ok() && setup.setup_file.isEmpty())
         ready = check_setup_file_for(setup.printer);
     if (!ready.ok())
         return ready;
@@ -77,7 +78,7 @@ Outcome serve_report(const QByteArray& report, const QByteArray& out, const Prin
     if (!ready.ok())
         return ready;
     // The library removes the setup file of a server job.
-    const QString printers = get_prtbin_path();
+    const QString printers = setup.setup_file.isEmpty() ? get_prtbin_path() : setup.setup_file;
     const QString copy = place.file(QStringLiteral("setup.bin"));
     QFile original(printers);
     if (!original.copy(copy))
@@ -87,9 +88,9 @@ Outcome serve_report(const QByteArray& report, const QByteArray& out, const Prin
     PsPrinter sheet;
     const FontMeanwhile font(text_font(manager.get_columns(), manager.get_lines(), sheet));
     const HeldErrors errors;
-    const int done =
-        manager.print_serverrpt_page(setup.printer.constData(), setup.copies, setup.collate,
-                                     no_page_map(), result, copy, QString(), QString());
+    const int done = manager.print_serverrpt_page(setup.printer.constData(), setup.copies,
+                                                  setup.collate, no_page_map(setup.no_page_map),
+                                                  result, copy, QString(), QString());
     Outcome printed = job_outcome(manager, done == 1, errors, QFile::encodeName(result));
     if (printed.ok())
         printed = pending.take_over(result);
@@ -98,7 +99,8 @@ Outcome serve_report(const QByteArray& report, const QByteArray& out, const Prin
     return pending.commit() ? Outcome::success() : Outcome::failure(pending.error());
 }
 
-Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& watch, bool& chosen) {
+Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& watch, bool& chosen,
+                        std::optional<bool> page_map) {
     const JobReport input(report);
     CPrintMan manager;
     Outcome ready = prepare(manager, input, report, watch);
@@ -121,7 +123,8 @@ Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& wat
         font.emplace(text_font(manager.get_columns(), manager.get_lines(), sheet));
     });
     const HeldErrors errors;
-    const int done = manager.print_rpt_page(parent, nullptr, 1, 1, as_chosen, no_page_map());
+    const int done =
+        manager.print_rpt_page(parent, nullptr, 1, 1, as_chosen, no_page_map(page_map));
     chosen = done == 1 || !manager.last_job_ok() || !ready.ok();
     return ready.ok() ? job_outcome(manager, done == 1 || !chosen, errors, {}) : ready;
 }

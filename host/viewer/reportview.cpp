@@ -3,7 +3,7 @@
 #include "host/pagesetup.h"
 #include "host/pendingfile.h"
 #include "host/report.h"
-#include "host/settings.h"
+#include "host/viewer/screenfont.h"
 
 #include <printman/core/printman.h>
 #include <printman/render/screen.h>
@@ -27,21 +27,6 @@ constexpr int wheel_step = 120; // eighths of a degree
 constexpr int show_current = 0;
 constexpr int min_width = 200;
 constexpr int min_height = 150;
-
-/// The font that the settings name is the library's to read.
-bool settings_have_font() {
-    return !host_settings()
-                .value("dlwmenu.ini", "screenfont", "SCR_FACENAME")
-                .value_or(QByteArray())
-                .isEmpty();
-}
-
-QFont usual_font() {
-    // Characters as wide as their cells, to the pixel: hinted ones are.
-    QFont font = report_font(QStringLiteral("Courier New"), base_point_size);
-    font.setHintingPreference(QFont::PreferFullHinting);
-    return font;
-}
 
 } // namespace
 
@@ -77,6 +62,13 @@ QString ReportView::usual_zoom() {
 
 QString ReportView::fit_name() {
     return QStringLiteral("fit");
+}
+
+QFont ReportView::usual_font() {
+    // Characters as wide as their cells, to the pixel: hinted ones are.
+    QFont font = report_font(QStringLiteral("Courier New"), base_point_size);
+    font.setHintingPreference(QFont::PreferFullHinting);
+    return font;
 }
 
 ReportView::ReportView(QByteArray path)
@@ -181,6 +173,32 @@ Outcome ReportView::show_page(int page) {
 
 void ReportView::refresh() {
     manager_->show_rpt_page(show_current);
+}
+
+QFont ReportView::take_font(Outcome& shown) {
+    const Middle before = middle();
+    auto* screen = findChild<CScreen*>();
+    // Nothing but the screen widget tells the font, and at 100 % it has the font's own size.
+    screen->setUpdatesEnabled(false);
+    manager_->zoom_rpt_page(usual_zoom());
+    QFont font = screen->font();
+    screen->setUpdatesEnabled(true);
+    const bool can_show = apply(zoom_, fits_) || apply(zoom_, true);
+    restore(before);
+    emit selection_changed();
+    shown = can_show ? Outcome::success()
+                     : Outcome::failure("There is not enough memory for a page in this font");
+    return font;
+}
+
+bool ReportView::offer_printers(const HostPrinters& printers) {
+    if (offered_.same_as(printers))
+        return true;
+    if (!offered_.empty())
+        return false;
+    printers.hand_to(*manager_);
+    offered_ = printers;
+    return true;
 }
 
 bool ReportView::apply(const QString& zoom, bool fits) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/hostprinters.h"
 #include "host/outcome.h"
 
 #include <QString>
@@ -29,6 +30,9 @@ public:
     static QString usual_zoom();
     static QString fit_name();
 
+    /// The font of the page when the settings name none.
+    static QFont usual_font();
+
     /// Reads the report and shows its first page at the zoom of that name, the usual one for an
     /// unknown name, or so that it fits where there is no memory for that.
     ///
@@ -50,6 +54,18 @@ public:
 
     /// Shows the page anew, in the colours of the settings.
     void refresh();
+
+    /// Shows the page in the font that the library has taken over, fitted when there is no memory
+    /// for it at the zoom of now.
+    ///
+    /// @param shown receives why it is not shown
+    /// @return the font at 100 %
+    QFont take_font(Outcome& shown);
+
+    /// Gives the printers to the library, unless it has these already.
+    ///
+    /// @return false when it has others, which it keeps
+    bool offer_printers(const HostPrinters& printers);
 
     /// The zoom's name, "150%", also while the page is made to fit.
     const QString& zoom() const { return zoom_; }
@@ -112,6 +128,7 @@ private:
     QByteArray path_;
     std::unique_ptr<Stamp> stamp_;
     std::unique_ptr<CPrintMan> manager_;
+    HostPrinters offered_;
     QScrollView* scroll_ = nullptr;
     QString zoom_;
     bool fits_ = false;

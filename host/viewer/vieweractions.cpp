@@ -78,7 +78,8 @@ ViewerActions::ViewerActions(QMainWindow& w)
       print_page(
           make(w, "print_page", Texts::tr("&Print Page\u2026"), {ctrl(Qt::Key_P)}, Picture::print)),
       print_report(
-          make(w, "print_report", Texts::tr("P&rint Report\u2026"), {ctrl_shift(Qt::Key_P)})),
+          make(w, "print_report", Texts::tr("Pr&int Report\u2026"), {ctrl_shift(Qt::Key_P)})),
+      destination(make(w, "destination", Texts::tr("&Destination\u2026"), {ctrl(Qt::Key_D)})),
       quit(make(w, "quit", Texts::tr("&Quit"), {ctrl(Qt::Key_Q)})),
       copy(make(w, "copy", Texts::tr("&Copy"), {ctrl(Qt::Key_C)}, Picture::copy)),
       copy_report(make(w, "copy_report", Texts::tr("Copy &Whole Report"), {ctrl_shift(Qt::Key_C)})),
@@ -109,7 +110,7 @@ void ViewerActions::add_menus(QMainWindow& window, const std::vector<QAction*>& 
     file->addAction(open);
     file->addMenu(recent);
     add_all(*file, {reload, nullptr, save_report, save_page, export_pdf, nullptr, print_page,
-                    print_report, nullptr, quit});
+                    print_report, nullptr, destination, nullptr, quit});
     QMenu* edit = bar.addMenu(Texts::tr("&Edit"));
     add_all(*edit, {copy, copy_report, nullptr, find});
     QMenu* view = bar.addMenu(Texts::tr("&View"));
@@ -169,7 +170,8 @@ std::vector<KeyText> key_texts(const ViewerActions& actions) {
     texts.push_back({Texts::tr("Ctrl+V"), Texts::tr("Show the clipboard in the browser program")});
     for (const QAction* action :
          {actions.find, actions.open, actions.reload, actions.save_report, actions.save_page,
-          actions.export_pdf, actions.print_page, actions.print_report, actions.help, actions.quit})
+          actions.export_pdf, actions.print_page, actions.print_report, actions.destination,
+          actions.help, actions.quit})
         add(action);
     texts.push_back({Texts::tr("Drop a file"), Texts::tr("Open it")});
     return texts;

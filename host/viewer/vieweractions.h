@@ -33,6 +33,7 @@ struct ViewerActions {
     QAction* export_pdf;
     QAction* print_page;
     QAction* print_report;
+    QAction* destination;
     QAction* quit;
     QAction* copy;
     QAction* copy_report;

@@ -145,12 +145,16 @@ void ViewerWindow::print_page() {
 }
 
 void ViewerWindow::print_report() {
+    print_by([this](JobWatch& watch, bool& chosen) {
+        return print_as_chosen(view_->path(), this, watch, chosen);
+    });
+}
+
+void ViewerWindow::print_by(const std::function<Outcome(JobWatch&, bool& chosen)>& print) {
     bool chosen = true;
     run_job(
         tr("Printing the report"), tr("The report was not printed."),
-        [this, &chosen](JobWatch& watch) {
-            return print_as_chosen(view_->path(), this, watch, chosen);
-        },
+        [&print, &chosen](JobWatch& watch) { return print(watch, chosen); },
         tr("The report is printed"));
     if (!chosen)
         statusBar()->clearMessage();
@@ -160,6 +164,7 @@ void ViewerWindow::print_report() {
 void ViewerWindow::change_colours() {
     if (view_->manager().select_screencolor() == 1)
         view_->refresh();
+    tell_unstored();
 }
 
 void ViewerWindow::show_help() {

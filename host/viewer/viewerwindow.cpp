@@ -102,6 +102,7 @@ void ViewerWindow::connect_actions() {
     });
     on(actions_.print_page, [this] { print_page(); });
     on(actions_.print_report, [this] { print_report(); });
+    on(actions_.destination, [this] { ask_destination(); });
     on(actions_.quit, [this] { close(); });
     on(actions_.copy, [this] { view_->manager().save_to_clipboard(); });
     on(actions_.copy_report, [this] { copy_report(); });
@@ -235,8 +236,8 @@ void ViewerWindow::update_all() {
     const int pages = view_ ? view_->pages() : 0;
     for (QAction* action :
          {actions_.reload, actions_.save_page, actions_.save_report, actions_.export_pdf,
-          actions_.print_page, actions_.print_report, actions_.copy_report, actions_.find,
-          actions_.fit, actions_.colours, actions_.go_to})
+          actions_.print_page, actions_.print_report, actions_.destination, actions_.copy_report,
+          actions_.find, actions_.fit, actions_.colours, actions_.go_to})
         action->setEnabled(view_);
     page_box_->setEnabled(view_);
     zoom_box_->setEnabled(view_);

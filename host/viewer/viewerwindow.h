@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/hostprinters.h"
 #include "host/outcome.h"
 #include "host/viewer/vieweractions.h"
 #include "host/viewer/viewerstate.h"
@@ -10,10 +11,12 @@
 #include <functional>
 
 class QLabel;
+struct PrintDest;
 
 namespace host {
 
 class HelpWindow;
+class HostPrinters;
 class JobWatch;
 class PageBox;
 class ReportView;
@@ -76,6 +79,7 @@ private:
     void fill_recent();
 
     void ask_open();
+    void ask_destination();
     void change_colours();
     void print_page();
     void print_report();
@@ -85,6 +89,22 @@ private:
     QByteArray ask_name(const QString& title, const QString& addition, const QString& suffix,
                         const QString& kind);
     bool is_current(const QString& what);
+
+    // What the user chose in the library's dialog.
+    bool offer_printers(const HostPrinters& printers);
+    void send_to(const PrintDest& record, const HostPrinters& printers);
+    void show_in_font();
+    void print_to(const PrintDest& record, const HostPrinters& printers);
+    void save_to(const QByteArray& out);
+    bool may_replace(const QByteArray& out);
+
+    /// Says once in the status bar that settings cannot be stored, when that is so.
+    void tell_unstored();
+
+    /// Prints the report.
+    ///
+    /// @param print a job, and whether the user went on to print
+    void print_by(const std::function<Outcome(JobWatch&, bool& chosen)>& print);
     void run_job(const QString& label, const QString& what,
                  const std::function<Outcome(JobWatch&)>& job, const QString& done);
 
@@ -99,6 +119,9 @@ private:
     QLabel* selection_text_;
     QLabel* page_text_;
     QString save_directory_;
+    QList<QByteArray> told_faults_; ///< of the lists of printers
+    bool unstored_font_ = false;
+    bool told_unstored_ = false;
     bool busy_ = false;
 };
 

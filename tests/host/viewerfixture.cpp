@@ -1,11 +1,13 @@
 #include "tests/host/viewerfixture.h"
 
+#include "host/settings.h"
 #include "host/viewer/pagebox.h"
 #include "host/viewer/progressdialog.h"
 #include "tests/support/tools.h"
 
 #include <printman/toolkit/qscrollview.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QLabel>
@@ -22,7 +24,10 @@ bool BoxReader::eventFilter(QObject* watched, QEvent* event) {
         return false;
     if (auto* box = qobject_cast<QMessageBox*>(watched)) {
         texts << box->text();
-        QMetaObject::invokeMethod(box, &QDialog::reject, Qt::QueuedConnection);
+        if (QAbstractButton* yes = say_yes ? box->button(QMessageBox::Yes) : nullptr)
+            QMetaObject::invokeMethod(yes, &QAbstractButton::click, Qt::QueuedConnection);
+        else
+            QMetaObject::invokeMethod(box, &QDialog::reject, Qt::QueuedConnection);
     } else if (auto* progress = qobject_cast<host::ProgressDialog*>(watched)) {
         ++progress_dialogs;
         if (cancel_jobs)
@@ -32,6 +37,7 @@ bool BoxReader::eventFilter(QObject* watched, QEvent* event) {
 }
 
 ViewerTest::ViewerTest() : report_(path("three.rpt")) {
+    host::host_settings() = host::Settings(path("settings"));
     write("three.rpt", report(3));
 }
 

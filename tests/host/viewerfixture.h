@@ -13,7 +13,8 @@
 
 #include <memory>
 
-/// Closes every message box that opens, as a click on its button does, and keeps what it said; and
+/// Closes every message box that opens, as a click on its button does (on Yes where that is wanted,
+/// and else where there are several, as Escape does), and keeps what it said; and
 /// cancels every dialog that shows the progress of a job, when that is wanted.
 class BoxReader : public QObject {
 public:
@@ -22,11 +23,13 @@ public:
     QStringList texts;        ///< of the message boxes, in the order in which they opened
     int progress_dialogs = 0; ///< how many have opened
     bool cancel_jobs = false;
+    bool say_yes = false;
 
     bool eventFilter(QObject* watched, QEvent* event) override;
 };
 
-/// Tests of the viewer's window with a report of three pages of 80 x 30 in a directory of its own.
+/// Tests of the viewer's window with a report of three pages of 80 x 30 in a directory of its own,
+/// and settings in "settings" there, which is not made yet.
 class ViewerTest : public testing::Test {
 protected:
     ViewerTest();

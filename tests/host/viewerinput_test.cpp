@@ -3,12 +3,14 @@
 #include "tests/support/tools.h"
 
 #include <printman/core/printman.h>
+#include <printman/dialogs/printdestdlg.h>
 
 #include <QApplication>
 #include <QClipboard>
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QRadioButton>
 #include <QTest>
 #include <QTimer>
 
@@ -184,4 +186,30 @@ TEST_F(ViewerInput, AnErrorIsShownOnceAndTheKeysGoOn) {
     key(QStringLiteral("ctrl+plus"));
     EXPECT_EQ(zoom_box(), QStringLiteral("150%"));
     EXPECT_EQ(boxes_.texts.size(), 1);
+}
+
+TEST_F(ViewerInput, TheDestinationIsChosenWithTheKeyboard) {
+    in_dialog<PrintDestDlg>([this](PrintDestDlg& dialog) {
+        dialog.opToScreen->setFocus();
+        key(QStringLiteral("Down"));
+        key(QStringLiteral("Down"));
+        EXPECT_TRUE(dialog.opToFile->isChecked());
+        key(QStringLiteral("space"));
+        EXPECT_TRUE(dialog.txtPathName->isEnabled());
+        dialog.txtPathName->setFocus();
+        type(QFile::decodeName(path("out.txt")));
+        key(QStringLiteral("Return"));
+    });
+    key(QStringLiteral("ctrl+d"));
+    EXPECT_TRUE(read("out.txt").startsWith("page 1\n"));
+    EXPECT_TRUE(read("settings/dlwmenu.ini").contains("\nDEST=file\n"));
+}
+
+TEST_F(ViewerInput, TheDestinationIsLeftWithEscape) {
+    in_dialog<PrintDestDlg>([](PrintDestDlg&) { key(QStringLiteral("Escape")); });
+    key(QStringLiteral("ctrl+d"));
+    EXPECT_EQ(read("settings/dlwmenu.ini"), "");
+    ASSERT_TRUE(testsupport::input::activate(*window_));
+    key(QStringLiteral("Page_Down"));
+    EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
 }

@@ -1,15 +1,22 @@
 // Makes the documentation's pictures of the viewer: viewer_pictures DIRECTORY
 
+#include "host/settings.h"
 #include "host/viewer/reportview.h"
 #include "host/viewer/viewerwindow.h"
 
 #include <printman/core/printman.h>
+#include <printman/dialogs/printdestdlg.h>
 #include <printman/render/screen.h>
 
 #include <QAction>
 #include <QApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMenuBar>
+#include <QRadioButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 
@@ -56,6 +63,30 @@ public:
         emit window_.view()->selection_changed();
     }
 
+    /// Opens the destination dialog, and saves it as it is for a server printer.
+    void save_destination(const QString& name) {
+        QTimer::singleShot(0, &window_, [name] {
+            auto* dialog = qobject_cast<PrintDestDlg*>(QApplication::activeModalWidget());
+            if (!dialog)
+                qFatal("the destination dialog did not open");
+            dialog->opToPrinter->click();
+            dialog->opServerPrint->click();
+            dialog->txtPrintID->setText(QStringLiteral("INVOICES"));
+            QCoreApplication::processEvents();
+            dialog->grab().save(name);
+            dialog->reject();
+        });
+        trigger("destination");
+    }
+
+    void save_menu(const QString& name) {
+        QMenu* const menu = window_.menuBar()->actions().first()->menu();
+        menu->popup(QPoint());
+        QCoreApplication::processEvents();
+        menu->grab().save(name);
+        menu->close();
+    }
+
     void save(const QString& name) {
         // The status bar makes room for its texts when it has the time.
         QCoreApplication::processEvents();
@@ -76,6 +107,8 @@ void make_pictures(const QString& directory) {
         Shown shown(size);
         shown.select({0, 15}, {70, 16});
         shown.save(name("viewer.png"));
+        shown.save_menu(name("viewer-file.png"));
+        shown.save_destination(name("viewer-destination.png"));
         shown.mark("total");
         shown.save(name("viewer-marks.png"));
         for (int i = 0; i < 4; ++i)
@@ -96,6 +129,8 @@ void make_pictures(const QString& directory) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
+    const QTemporaryDir settings;
+    host::host_settings() = host::Settings(QFile::encodeName(settings.path()));
     if (argc != 2)
         qFatal("usage: viewer_pictures DIRECTORY");
     make_pictures(QFile::decodeName(argv[1]));

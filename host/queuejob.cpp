@@ -1,0 +1,59 @@
+#include "host/queuejob.h"
+
+#include "host/jobwatch.h"
+#include "host/pendingfile.h"
+#include "host/tool.h"
+#include "host/workplace.h"
+
+#include <QFile>
+#include <QStandardPaths>
+
+#include <span>
+
+namespace host {
+
+namespace {
+
+Outcome write_setup_file(const printman::SetupRecord& printer, const QString& path) {
+    PendingFile pending;
+    const std::string bytes = printman::setup_file_bytes(std::span(&printer, 1));
+    return pending.open(QFile::encodeName(path)) &&
+                   pending.write(QByteArray::fromStdString(bytes)) && pending.commit()
+               ? Outcome::success()
+               : Outcome::failure(pending.error());
+}
+
+Outcome spool(const QString& path, const QByteArray& queue, JobWatch& watch,
+              const QString& directory) {
+    const auto found = [](const char16_t* name) {
+        return QStandardPaths::findExecutable(QString::fromUtf16(name));
+    };
+    const QString lp = found(u"lp");
+    const QString lpr = lp.isEmpty() ? found(u"lpr") : QString();
+    if (lp.isEmpty() && lpr.isEmpty())
+        return Outcome::failure("lp is not installed; the Debian package cups-client has it");
+    const QString option = lp.isEmpty() ? QStringLiteral("-P") : QStringLiteral("-d");
+    return run_tool(lp.isEmpty() ? lpr : lp, {option, QFile::decodeName(queue), path}, directory,
+                    [&watch] { return watch.tool_works(); });
+}
+
+} // namespace
+
+Outcome print_on_queue(const QByteArray& report, const ServerPrinter& printer, PrintSetup setup,
+                       JobWatch& watch) {
+    // A name that is relative means something else in the job's own directory.
+    const QByteArray input = absolute_path(report);
+    WorkPlace place;
+    Outcome done = place.enter();
+    if (!done.ok())
+        return done;
+    setup.printer = printer.setup.printer_id;
+    setup.setup_file = place.file(QStringLiteral("printer.bin"));
+    const QString pages = place.file(QStringLiteral("pages.ps"));
+    done = write_setup_file(printer.setup, setup.setup_file);
+    if (done.ok())
+        done = serve_report(input, QFile::encodeName(pages), setup, watch);
+    return done.ok() ? spool(pages, printer.queue, watch, place.file(QString())) : done;
+}
+
+} // namespace host
