@@ -87,10 +87,6 @@ SetupRecord usual_setup(const QByteArray& id, const QByteArray& queue) {
     return record;
 }
 
-bool same_record(const SetupRecord& a, const SetupRecord& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
-}
-
 } // namespace
 
 HostPrinters HostPrinters::read(const Settings& settings) {
@@ -117,7 +113,8 @@ void HostPrinters::hand_to(CPrintMan& manager) const {
 }
 
 bool HostPrinters::same_as(const HostPrinters& other) const {
-    return local == other.local && std::ranges::equal(defined, other.defined, same_record);
+    return local == other.local &&
+           printman::setup_file_bytes(defined) == printman::setup_file_bytes(other.defined);
 }
 
 std::optional<ServerPrinter> find_server_printer(const HostPrinters& printers,
