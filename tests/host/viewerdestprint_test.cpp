@@ -165,6 +165,15 @@ TEST_F(ViewerDestinationPrint, ServerPrintUsesTheQueuesOfTheSystem) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
+TEST_F(ViewerDestinationPrint, AQueueOfAGenericNameGetsTheTextLineByLine) {
+    write_settings("dlwunix.ini", "[Matrix]\nport=generic-matrix\n");
+    open();
+    print_on_server("Matrix");
+    EXPECT_TRUE(lp_arguments().startsWith("-d generic-matrix /"));
+    EXPECT_EQ(printed_pages(), "123");
+    EXPECT_EQ(boxes_.texts, QStringList());
+}
+
 TEST_F(ViewerDestinationPrint, AReportByARelativeNameIsPrintedOnTheServer) {
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(directory_.path()));
