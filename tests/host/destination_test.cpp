@@ -23,8 +23,12 @@ protected:
     host::Settings settings_{QFile::encodeName(directory_.path())};
 };
 
+QByteArray bytes_of(const PrintDest& record) {
+    return {reinterpret_cast<const char*>(&record), sizeof record};
+}
+
 bool same(const PrintDest& a, const PrintDest& b) {
-    return std::memcmp(&a, &b, sizeof a) == 0;
+    return bytes_of(a) == bytes_of(b);
 }
 
 PrintDest first_record() {
