@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <cerrno>
+#include <clocale>
 #include <cstdio>
 #include <cwchar>
 #include <unistd.h>
@@ -22,6 +23,24 @@ void note_output_error() {
         output_error = errno != 0 ? errno : EIO;
 }
 
+/// While it lives, this thread's locale knows the characters of Unicode, whatever the user's does.
+class UnicodeMeanwhile {
+public:
+    UnicodeMeanwhile()
+        : locale_(::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), before_(::uselocale(locale_)) {}
+    ~UnicodeMeanwhile() {
+        ::uselocale(before_);
+        if (locale_)
+            ::freelocale(locale_);
+    }
+    UnicodeMeanwhile(const UnicodeMeanwhile&) = delete;
+    UnicodeMeanwhile& operator=(const UnicodeMeanwhile&) = delete;
+
+private:
+    locale_t locale_;
+    locale_t before_;
+};
+
 } // namespace
 
 QByteArray one_line(const QByteArray& text) {
@@ -36,9 +55,10 @@ QByteArray one_line(const QByteArray& text) {
 }
 
 int shown_width(const QByteArray& text) {
+    const UnicodeMeanwhile locale;
     int width = 0;
     for (const uint character : QString::fromUtf8(text).toUcs4()) {
-        // The toolkit has set a locale that knows them all; what none knows fills one column.
+        // What the locale does not know fills one column.
         const int columns = ::wcwidth(static_cast<wchar_t>(character));
         width += columns < 0 ? 1 : columns;
     }
