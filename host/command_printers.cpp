@@ -128,13 +128,9 @@ Outcome make_setup_file(const QByteArray& description) {
     Outcome read = read_printers(text, description, records);
     if (!read.ok())
         return read;
-    PendingFile pending;
-    const std::string bytes = printman::setup_file_bytes(records);
     if (!make_directory_of(path))
         return Outcome::failure("cannot write " + path + ": " + std::strerror(errno));
-    return pending.open(path) && pending.write(QByteArray::fromStdString(bytes)) && pending.commit()
-               ? Outcome::success()
-               : Outcome::failure(pending.error());
+    return write_setup_file(path, records);
 }
 
 Outcome run_printers(const Arguments& arguments) {

@@ -1,6 +1,7 @@
 #include "host/destination.h"
 
 #include "host/numbers.h"
+#include "host/recordfield.h"
 #include "host/settings.h"
 
 #include <QFile>
@@ -8,7 +9,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 namespace host {
 
@@ -36,18 +36,11 @@ QByteArray line_of(const QByteArray& text) {
     return line;
 }
 
-template <size_t N>
-QByteArray text_of(const char (&field)[N]) {
-    return {field, static_cast<qsizetype>(qstrnlen(field, N))};
-}
-
 /// Takes a text that fits; any other leaves the field as it is.
 template <size_t N>
-void put(char (&field)[N], const QByteArray& text) {
-    if (text.size() >= static_cast<qsizetype>(N) || text.contains('\0'))
-        return;
-    std::memset(field, 0, N);
-    std::memcpy(field, text.constData(), static_cast<size_t>(text.size()));
+void put_whole(char (&field)[N], const QByteArray& text) {
+    if (text.size() < static_cast<qsizetype>(N) && !text.contains('\0'))
+        put(field, text);
 }
 
 /// The values of the section.
@@ -92,14 +85,14 @@ PrintDest read_destination(const Settings& settings, const QByteArray& station_p
     PrintDest record{};
     record.dest = kept.destination();
     record.server_print = kept.flag("SERVER_PRINT", false);
-    put(record.prt_id, station_printer);
+    put_whole(record.prt_id, station_printer);
     if (kept.has("PRT_ID"))
-        put(record.prt_id, kept.text("PRT_ID"));
+        put_whole(record.prt_id, kept.text("PRT_ID"));
     record.copies = kept.copies();
     record.collate = kept.flag("COLLATE", true);
     record.page_length = kept.flag("PAGE_LENGTH", false);
     record.sel_prt_font = kept.flag("SEL_PRT_FONT", false);
-    put(record.path, kept.text("PATH"));
+    put_whole(record.path, kept.text("PATH"));
     record.no_page_fmt = kept.flag("NO_PAGE_FMT", false);
     return record;
 }

@@ -1,13 +1,14 @@
 #include "host/hostprinters.h"
 
 #include "host/printerini.h"
+#include "host/recordfield.h"
+#include "host/sectionline.h"
 #include "host/settings.h"
 
 #include <printman/core/printman.h>
 #include <printman/printer/papersize.h>
 
 #include <algorithm>
-#include <cstring>
 
 namespace host {
 
@@ -20,17 +21,6 @@ constexpr const char* local_file = "dlwunix.ini";
 // Nobody picks a printer from a longer list: a file with more is something else.
 constexpr int most_printers = 1000;
 constexpr qsizetype most_bytes = 1024 * 1024;
-
-template <size_t N>
-void put(char (&field)[N], const QByteArray& text) {
-    std::memset(field, 0, N);
-    std::memcpy(field, text.constData(), std::min(static_cast<size_t>(text.size()), N - 1));
-}
-
-template <size_t N>
-QByteArray text_of(const char (&field)[N]) {
-    return {field, static_cast<qsizetype>(qstrnlen(field, N))};
-}
 
 /// Reads a list's file and looks whether it can be one.
 Outcome read_list(const Settings& settings, const char* file, QByteArray& text) {
@@ -55,8 +45,8 @@ Outcome read_list(const Settings& settings, const char* file, QByteArray& text) 
 bool says_nothing(const QByteArray& text) {
     const QList<QByteArray> lines = text.split('\n');
     return std::ranges::all_of(lines, [](const QByteArray& line) {
-        const QByteArray words = line.trimmed();
-        return words.isEmpty() || words.startsWith(';') || words.startsWith('#');
+        const SectionLine read = SectionLine::read(line);
+        return read.kind == SectionLine::nothing && read.wrong.isEmpty();
     });
 }
 

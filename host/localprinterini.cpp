@@ -1,6 +1,7 @@
 #include "host/localprinterini.h"
 
 #include "host/numbers.h"
+#include "host/sectionline.h"
 
 #include <printman/printer/prtsetup.h>
 
@@ -25,23 +26,19 @@ public:
 
 private:
     QByteArray start_printer(const QByteArray& id);
-    QByteArray read_entry(const QByteArray& text);
+    QByteArray read_entry(const QByteArray& name, const QByteArray& value);
 
     QList<QByteArray> seen_; ///< keys of the printer
 };
 
 QByteArray Reader::read(const QByteArray& raw) {
-    const QByteArray text = raw.trimmed();
-    if (text.contains('\0'))
-        return "a zero byte stands in the line";
-    if (text.isEmpty() || text.startsWith(';') || text.startsWith('#'))
-        return {};
-    if (!text.startsWith('['))
-        return read_entry(text);
-    if (!text.endsWith(']'))
-        return "a section ends with ']'";
+    const SectionLine line = SectionLine::read(raw);
+    if (!line.wrong.isEmpty() || line.kind == SectionLine::nothing)
+        return line.wrong;
+    if (line.kind == SectionLine::entry)
+        return read_entry(line.name, line.value);
     finish();
-    return start_printer(text.mid(1, text.size() - 2).trimmed().left(longest_id));
+    return start_printer(line.name.left(longest_id));
 }
 
 void Reader::finish() {
@@ -60,14 +57,9 @@ QByteArray Reader::start_printer(const QByteArray& id) {
     return {};
 }
 
-QByteArray Reader::read_entry(const QByteArray& text) {
-    const qsizetype equals = text.indexOf('=');
-    if (equals <= 0)
-        return "neither a section nor a line KEY=value";
+QByteArray Reader::read_entry(const QByteArray& name, const QByteArray& value) {
     if (printers.empty())
         return "a key stands before the first section";
-    const QByteArray name = text.left(equals).trimmed().toLower();
-    const QByteArray value = text.mid(equals + 1).trimmed();
     if (seen_.contains(name))
         return name + " is given twice";
     seen_ << name;

@@ -7,6 +7,7 @@
 #include "host/pdflayout.h"
 #include "host/pendingfile.h"
 #include "host/report.h"
+#include "host/setupfile.h"
 #include "host/tool.h"
 #include "host/workplace.h"
 
@@ -16,11 +17,11 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <span>
 #include <unistd.h>
 
 namespace host {
@@ -70,15 +71,6 @@ Outcome check_pdf(const QString& name) {
                : Outcome::failure("ps2pdf made a file that is no whole PDF");
 }
 
-Outcome write_setup_file(const QString& name, const printman::SetupRecord& record) {
-    const std::string bytes = printman::setup_file_bytes(std::array{record});
-    PendingFile file;
-    return file.open(QFile::encodeName(name)) && file.write(QByteArray::fromStdString(bytes)) &&
-                   file.commit()
-               ? Outcome::success()
-               : Outcome::failure(file.error());
-}
-
 /// Whether the form is laid when the library is done: it lays none under a watermark in front.
 bool form_comes_last(const PdfSetup& setup) {
     return !setup.form.isEmpty() && setup.watermark && setup.watermark->in_front;
@@ -106,7 +98,7 @@ Outcome run_job(CPrintMan& manager, const PdfSetup& setup, const PdfLayout& layo
     if (!form.isEmpty() && ::symlink(form.constData(), QFile::encodeName(form_name)) != 0)
         return Outcome::failure(form + ": " + std::strerror(errno));
     const QString setup_file = place.file(QStringLiteral("setup.bin"));
-    Outcome written = write_setup_file(setup_file, layout.record);
+    Outcome written = write_setup_file(QFile::encodeName(setup_file), std::span(&layout.record, 1));
     if (!written.ok())
         return written;
     manager.pdf_mode = true;

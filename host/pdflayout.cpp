@@ -1,5 +1,7 @@
 #include "host/pdflayout.h"
 
+#include "host/recordfield.h"
+
 #include <printman/render/units.h>
 #include <printman/toolkit/legacyweight.h>
 #include <printman/toolkit/pagesizes.h>
@@ -11,7 +13,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstring>
 
 namespace host {
 
@@ -76,11 +77,6 @@ Sides halved(PsPrinter& sheet, const Sides& wanted) {
     }
     set_margins(sheet, half);
     return half;
-}
-
-template <size_t N>
-void put(char (&field)[N], const QByteArray& text) {
-    std::strncpy(field, text.constData(), N - 1);
 }
 
 /// The font as a record has it. Its family is the one that the toolkit takes for it, as a record

@@ -2,6 +2,7 @@
 
 #include "host/numbers.h"
 #include "host/pagesetup.h"
+#include "host/sectionline.h"
 
 #include <printman/toolkit/pagesizes.h>
 
@@ -151,7 +152,7 @@ public:
 private:
     QByteArray start_printer(const QByteArray& id);
     QByteArray end_printer();
-    QByteArray read_entry(const QByteArray& text);
+    QByteArray read_entry(const QByteArray& name, const QByteArray& value);
 
     QList<QByteArray> seen_;     ///< keys of the printer
     qlonglong section_line_ = 0; ///< where the printer begins
@@ -159,17 +160,13 @@ private:
 
 QByteArray Reader::read(const QByteArray& raw) {
     ++line;
-    const QByteArray text = raw.trimmed();
-    if (text.contains('\0'))
-        return "a zero byte stands in the line";
-    if (text.isEmpty() || text.startsWith(';') || text.startsWith('#'))
-        return {};
-    if (!text.startsWith('['))
-        return read_entry(text);
-    if (!text.endsWith(']'))
-        return "a section ends with ']'";
+    const SectionLine read = SectionLine::read(raw);
+    if (!read.wrong.isEmpty() || read.kind == SectionLine::nothing)
+        return read.wrong;
+    if (read.kind == SectionLine::entry)
+        return read_entry(read.name, read.value);
     const QByteArray wrong = finish();
-    return wrong.isEmpty() ? start_printer(text.mid(1, text.size() - 2).trimmed()) : wrong;
+    return wrong.isEmpty() ? start_printer(read.name) : wrong;
 }
 
 QByteArray Reader::start_printer(const QByteArray& id) {
@@ -214,14 +211,9 @@ QByteArray Reader::end_printer() {
                                  : QByteArray("the last line comes before the first line");
 }
 
-QByteArray Reader::read_entry(const QByteArray& text) {
-    const qsizetype equals = text.indexOf('=');
-    if (equals <= 0)
-        return "neither a section nor a line KEY=value";
+QByteArray Reader::read_entry(const QByteArray& name, const QByteArray& value) {
     if (records.empty())
         return "a key stands before the first section";
-    const QByteArray name = text.left(equals).trimmed().toLower();
-    const QByteArray value = text.mid(equals + 1).trimmed();
     for (const Key& key : keys) {
         if (name != key.name)
             continue;

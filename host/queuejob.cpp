@@ -2,6 +2,7 @@
 
 #include "host/jobwatch.h"
 #include "host/pendingfile.h"
+#include "host/setupfile.h"
 #include "host/tool.h"
 #include "host/workplace.h"
 
@@ -13,15 +14,6 @@
 namespace host {
 
 namespace {
-
-Outcome write_setup_file(const printman::SetupRecord& printer, const QString& path) {
-    PendingFile pending;
-    const std::string bytes = printman::setup_file_bytes(std::span(&printer, 1));
-    return pending.open(QFile::encodeName(path)) &&
-                   pending.write(QByteArray::fromStdString(bytes)) && pending.commit()
-               ? Outcome::success()
-               : Outcome::failure(pending.error());
-}
 
 Outcome spool(const QString& path, const QByteArray& queue, JobWatch& watch,
               const QString& directory) {
@@ -50,7 +42,7 @@ Outcome print_on_queue(const QByteArray& report, const ServerPrinter& printer, P
     setup.printer = printer.setup.printer_id;
     setup.setup_file = place.file(QStringLiteral("printer.bin"));
     const QString pages = place.file(QStringLiteral("pages.ps"));
-    done = write_setup_file(printer.setup, setup.setup_file);
+    done = write_setup_file(QFile::encodeName(setup.setup_file), std::span(&printer.setup, 1));
     if (done.ok())
         done = serve_report(input, QFile::encodeName(pages), setup, watch);
     return done.ok() ? spool(pages, printer.queue, watch, place.file(QString())) : done;

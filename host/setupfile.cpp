@@ -34,6 +34,14 @@ Outcome check_setup_file_for(const QByteArray& id) {
     return check_setup_file();
 }
 
+Outcome write_setup_file(const QByteArray& path, std::span<const printman::SetupRecord> printers) {
+    const std::string bytes = printman::setup_file_bytes(printers);
+    PendingFile pending;
+    return pending.open(path) && pending.write(QByteArray::fromStdString(bytes)) && pending.commit()
+               ? Outcome::success()
+               : Outcome::failure(pending.error());
+}
+
 QByteArray printer_not_found(const QByteArray& id) {
     return "Can not find report printer '" + id + '\'';
 }
