@@ -1,6 +1,6 @@
 // The services that the library takes from its host: a host without settings.
 #include <printman/printer/hostservices.h>
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <cstdio>
 

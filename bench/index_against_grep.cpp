@@ -4,7 +4,7 @@
 #include "bench/measure.h"
 #include "bench/yardstick.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QGuiApplication>
 

@@ -3,10 +3,10 @@
 // usage: open_dialogs [ROUNDS]
 #include "bench/measure.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/selprinterdlg.h>
 #include <printman/dialogs/selunixprinterdlg.h>
 #include <printman/printer/setuprecord.h>
+#include <printman/printman.h>
 #include <printman/select/finddlg.h>
 
 #include <QApplication>

@@ -5,8 +5,8 @@
 #include "bench/measure.h"
 #include "bench/yardstick.h"
 
-#include <printman/core/printman.h>
 #include <printman/printer/setuprecord.h>
+#include <printman/printman.h>
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 // A file is checked; every fault names a line of it in one printable line of text.
 #include "fuzz/scratchfile.h"
 
-#include <printman/core/reportcheck.h>
+#include <printman/report/reportcheck.h>
 
 #include <algorithm>
 

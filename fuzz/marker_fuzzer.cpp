@@ -1,5 +1,5 @@
 // Bytes are read as a marker at every place; a line that is escaped holds its text again.
-#include <printman/core/marker.h>
+#include <printman/report/marker.h>
 
 #include <algorithm>
 #include <cstdint>

@@ -1,10 +1,10 @@
 // A report file is indexed, every page of it loaded into items, and the whole saved as text.
 #include "fuzz/scratchfile.h"
 
-#include <printman/core/pagerows.h>
-#include <printman/core/reportbuffer.h>
-#include <printman/core/reporttext.h>
-#include <printman/toolkit/outputfile.h>
+#include <printman/export/reporttext.h>
+#include <printman/report/pagerows.h>
+#include <printman/report/reportbuffer.h>
+#include <printman/system/outputfile.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     constexpr size_t most_cells = 1024UL * 1024; // more is only slow

@@ -3,7 +3,7 @@
 #include "host/interrupt.h"
 #include "host/report.h"
 
-#include <printman/core/reportcheck.h>
+#include <printman/report/reportcheck.h>
 
 #include <cstring>
 

@@ -2,7 +2,7 @@
 #include "host/console.h"
 #include "host/report.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <cerrno>
 #include <cstring>

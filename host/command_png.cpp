@@ -24,10 +24,10 @@ Outcome run_png(const Arguments& arguments) {
     if (!page)
         return Outcome::wrong_usage("--page needs a number from 1 on, not " + page_text);
     const QByteArray zoom_name = arguments.value("zoom").value_or("100%");
-    const int zoom = zoom_ratio(zoom_name.constData());
+    const int zoom = printman::zoom_ratio(zoom_name.constData());
     if (zoom == 0)
         return Outcome::wrong_usage("there is no zoom '" + zoom_name + "', but " +
-                                    zoom_names().join(QStringLiteral(", ")).toLatin1());
+                                    printman::zoom_names().join(QStringLiteral(", ")).toLatin1());
     return make_picture(report, out, *page, zoom);
 }
 

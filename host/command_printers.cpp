@@ -6,9 +6,9 @@
 #include "host/printertable.h"
 #include "host/setupfile.h"
 
-#include <printman/core/printman.h>
 #include <printman/printer/paths.h>
 #include <printman/printer/setuprecord.h>
+#include <printman/printman.h>
 #include <printman/toolkit/pagesizes.h>
 
 #include <algorithm>
@@ -45,7 +45,7 @@ QByteArray inches(double value) {
 }
 
 QByteArray paper_of(int number) {
-    const char* name = page_size_name(number);
+    const char* name = printman::page_size_name(number);
     return name ? QByteArray(name) : QByteArray::number(number) + '?';
 }
 

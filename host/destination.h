@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/core/printdest.h>
+#include <printman/printdest.h>
 
 #include <QByteArray>
 

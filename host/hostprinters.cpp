@@ -5,8 +5,8 @@
 #include "host/sectionline.h"
 #include "host/settings.h"
 
-#include <printman/core/printman.h>
 #include <printman/printer/papersize.h>
+#include <printman/printman.h>
 
 #include <algorithm>
 

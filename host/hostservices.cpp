@@ -1,7 +1,7 @@
 #include "host/settings.h"
 
 #include <printman/printer/hostservices.h>
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <algorithm>
 #include <cstring>

@@ -5,7 +5,7 @@
 #include "host/pendingfile.h"
 #include "host/report.h"
 
-#include <printman/core/marker.h>
+#include <printman/report/marker.h>
 
 #include <QFile>
 

@@ -3,7 +3,7 @@
 #include "host/console.h"
 #include "host/tool.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QFile>
 #include <QRegularExpression>

@@ -5,8 +5,8 @@
 #include "host/settings.h"
 #include "host/setupfile.h"
 
-#include <printman/core/printman.h>
 #include <printman/printer/prtsetup.h>
+#include <printman/printman.h>
 #include <printman/toolkit/pagesizes.h>
 
 #include <QFile>
@@ -33,16 +33,16 @@ constexpr qsizetype max_family = 127; // bytes, that a printer's record takes
 
 QByteArray names_of_papers() {
     QByteArray list;
-    for (int number = 0; number < page_size_count; ++number)
-        list += (number == 0 ? "" : ", ") + QByteArray(page_size_name(number));
+    for (int number = 0; number < printman::page_size_count; ++number)
+        list += (number == 0 ? "" : ", ") + QByteArray(printman::page_size_name(number));
     return list;
 }
 
 } // namespace
 
 std::optional<int> paper_number(const QByteArray& name) {
-    for (int number = 0; number < page_size_count; ++number) {
-        if (name.compare(page_size_name(number), Qt::CaseInsensitive) == 0)
+    for (int number = 0; number < printman::page_size_count; ++number) {
+        if (name.compare(printman::page_size_name(number), Qt::CaseInsensitive) == 0)
             return number;
     }
     return std::nullopt;
@@ -170,7 +170,7 @@ Outcome read_printer(const Arguments& arguments, PageSetup& setup) {
     setup.font = *record_font;
     setup.font.setStyleHint(QFont::TypeWriter);
     setup.exact_size = host_settings().turns_page_map_off();
-    setup.paper = page_size_name(devmode.paper_size) ? devmode.paper_size : usual_paper();
+    setup.paper = printman::page_size_name(devmode.paper_size) ? devmode.paper_size : usual_paper();
     setup.orientation = devmode.orientation == 1 ? QPageLayout::Landscape : QPageLayout::Portrait;
     setup.margins = PageMargins{.top = usable_margin(margins.top),
                                 .left = usable_margin(margins.left),

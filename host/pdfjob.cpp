@@ -11,7 +11,7 @@
 #include "host/tool.h"
 #include "host/workplace.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QFile>
 #include <QFileInfo>

@@ -95,7 +95,7 @@ FontInfo font_record(const QFont& font, int points) {
 
 /// Turns and sizes the sheet: wrong usage when the margins leave no room on it.
 Outcome set_sheet(PsPrinter& sheet, const PageSetup& setup, QSizeF grid) {
-    const QPageSize paper = page_size_of(setup.paper);
+    const QPageSize paper = printman::page_size_of(setup.paper);
     const QPageLayout::Orientation orientation =
         setup.orientation.value_or(orientation_of(grid.toSize()));
     sheet.setPageSize(paper);

@@ -6,8 +6,8 @@
 #include "host/pendingfile.h"
 #include "host/report.h"
 
-#include <printman/core/printman.h>
 #include <printman/printer/hostservices.h>
+#include <printman/printman.h>
 
 #include <QFontMetrics>
 #include <QImage>

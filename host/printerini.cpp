@@ -63,7 +63,7 @@ QByteArray put_flag(const QByteArray& text, uint8_t& flag) {
 }
 
 QByteArray put_paper(const QByteArray& text, Record& record) {
-    const auto number = parse_whole(text, 0, page_size_count - 1);
+    const auto number = parse_whole(text, 0, printman::page_size_count - 1);
     const auto paper = number ? number : paper_number(text);
     if (!paper)
         return "the name of a paper, such as A4 or Letter, or its number, 0 to 29";
@@ -192,7 +192,7 @@ QByteArray Reader::start_printer(const QByteArray& id) {
 QByteArray Reader::end_printer() {
     const Record& record = records.back();
     const MarginInfo& margins = record.margins;
-    QSizeF inches = page_size_of(record.devmode.paper_size).size(QPageSize::Inch);
+    QSizeF inches = printman::page_size_of(record.devmode.paper_size).size(QPageSize::Inch);
     if (record.devmode.orientation == 1)
         inches.transpose();
     const bool fits = leave_room({.top = margins.top,

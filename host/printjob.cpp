@@ -9,8 +9,8 @@
 #include "host/textfont.h"
 #include "host/workplace.h"
 
-#include <printman/core/printman.h>
 #include <printman/printer/paths.h>
+#include <printman/printman.h>
 #include <printman/toolkit/psprinter.h>
 
 #include <QFile>

@@ -3,8 +3,8 @@
 #include "host/interrupt.h"
 #include "host/pendingfile.h"
 
-#include <printman/core/printman.h>
-#include <printman/core/reportcheck.h>
+#include <printman/printman.h>
+#include <printman/report/reportcheck.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -4,7 +4,7 @@
 #include "host/pendingfile.h"
 #include "host/report.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QFile>
 

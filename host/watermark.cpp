@@ -4,7 +4,7 @@
 #include "host/numbers.h"
 #include "host/pdflayout.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 #include <printman/toolkit/psprinter.h>
 
 #include <QFile>

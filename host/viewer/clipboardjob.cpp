@@ -3,7 +3,7 @@
 #include "host/jobwatch.h"
 #include "host/report.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QFile>
 

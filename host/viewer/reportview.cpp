@@ -5,7 +5,7 @@
 #include "host/report.h"
 #include "host/viewer/screenfont.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 #include <printman/render/screen.h>
 #include <printman/toolkit/qscrollview.h>
 

@@ -9,7 +9,7 @@
 #include "host/viewer/texts.h"
 #include "host/viewer/viewerwindow.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QCoreApplication>
 #include <QFile>

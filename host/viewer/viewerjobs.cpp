@@ -12,7 +12,7 @@
 #include "host/viewer/viewerwindow.h"
 #include "host/viewer/windowwatch.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QFileDialog>
 #include <QFileInfo>

@@ -7,7 +7,7 @@
 #include "host/viewer/texts.h"
 #include "host/viewer/zoombox.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 #include <printman/render/zoom.h>
 
 #include <QAction>
@@ -65,7 +65,7 @@ ViewerWindow::~ViewerWindow() = default;
 
 void ViewerWindow::make_parts() {
     page_box_ = new PageBox;
-    zoom_box_ = new ZoomBox(zoom_names());
+    zoom_box_ = new ZoomBox(printman::zoom_names());
     tools_->setObjectName(QStringLiteral("toolbar"));
     tools_->setMovable(false);
     actions_.add_tools(*tools_, page_box_, zoom_box_);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 #include <printman/toolkit/qmimesourcefactory.h>
 
 /// The images that are compiled into the library: "korvologo.png", 200 x 66 pixels, and

@@ -1,12 +1,12 @@
 #include "ui_printdestdlgbase.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/desttexts.h>
 #include <printman/dialogs/printdestdlg.h>
 #include <printman/dialogs/printerfields.h>
 #include <printman/dialogs/selprinterdlg.h>
 #include <printman/dialogs/selunixprinterdlg.h>
 #include <printman/printer/hostservices.h>
+#include <printman/printman.h>
 #include <printman/render/screensettings.h>
 #include <printman/toolkit/legacyweight.h>
 #include <printman/toolkit/qmimesourcefactory.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <printman/core/printdest.h>
-#include <printman/toolkit/export.h>
+#include <printman/printdest.h>
+#include <printman/printman_export.h>
 
 #include <QDialog>
 #include <QFont>

@@ -1,11 +1,11 @@
 #include "ui_selprinterdlgbase.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/printerfields.h>
 #include <printman/dialogs/selprinterdlg.h>
 #include <printman/printer/papersize.h>
 #include <printman/printer/paths.h>
 #include <printman/printer/setupfile.h>
+#include <printman/printman.h>
 
 #include <QEvent>
 #include <QFile>

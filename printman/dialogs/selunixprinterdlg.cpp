@@ -1,8 +1,8 @@
 #include "ui_selunixprinterdlgbase.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/printerfields.h>
 #include <printman/dialogs/selunixprinterdlg.h>
+#include <printman/printman.h>
 
 #include <QEvent>
 

@@ -1,6 +1,6 @@
 #include <printman/output/jobfont.h>
+#include <printman/output/pageprint.h>
 #include <printman/output/watermark.h>
-#include <printman/select/pageprint.h>
 #include <printman/toolkit/legacyweight.h>
 
 #include <algorithm>

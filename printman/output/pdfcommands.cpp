@@ -1,5 +1,5 @@
 #include <printman/output/pdfcommands.h>
-#include <printman/toolkit/shellword.h>
+#include <printman/system/shellword.h>
 
 #include <QFile>
 
@@ -79,20 +79,6 @@ QByteArray stamp_command(const QString& report, const QString& stamp, const QStr
 
 QByteArray lpr_command(const QString& printer, const QString& file) {
     return fill_command("lpr -P %1 %3", {shell_word(QFile::encodeName(printer)), file_word(file)});
-}
-
-QByteArray command_tool(const QByteArray& command) {
-    return command.left(command.indexOf(' '));
-}
-
-QString package_of(const QByteArray& tool) {
-    if (tool == "ps2pdf")
-        return QStringLiteral("ghostscript");
-    if (tool == "pdftk")
-        return QStringLiteral("pdftk-java");
-    if (tool == "lpr")
-        return QStringLiteral("cups-bsd or lpr");
-    return {};
 }
 
 } // namespace printman

@@ -26,11 +26,4 @@ QByteArray stamp_command(const QString& report, const QString& stamp, const QStr
 /// Spools a file to a printer's queue.
 QByteArray lpr_command(const QString& printer, const QString& file);
 
-/// The name of the program that a command starts with.
-QByteArray command_tool(const QByteArray& command);
-
-/// The Debian package, or packages, to install for a tool that the commands above name; empty for
-/// any other.
-QString package_of(const QByteArray& tool);
-
 } // namespace printman

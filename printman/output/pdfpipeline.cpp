@@ -1,12 +1,11 @@
-#include <printman/output/commandrun.h>
-#include <printman/output/keptfile.h>
 #include <printman/output/pdfcommands.h>
 #include <printman/output/pdfpipeline.h>
 #include <printman/output/scratchset.h>
 #include <printman/output/steprunner.h>
-#include <printman/output/tmpnames.h>
+#include <printman/system/commandrun.h>
+#include <printman/system/filebackup.h>
+#include <printman/system/scratchname.h>
 #include <printman/toolkit/psprinter.h>
-#include <printman/toolkit/scratchname.h>
 
 #include <QFile>
 #include <QFileInfo>
@@ -74,7 +73,7 @@ QString PdfPipeline::told_without_ps(const QString& why) {
 
 QString PdfPipeline::create(QString& result) {
     result.clear();
-    const NamesInUse in_use(names_);
+    const FixedNamesUse in_use(names_);
     const QString refused = claim(PdfPurpose::create);
     if (!refused.isEmpty())
         return told_without_ps(refused);
@@ -97,7 +96,7 @@ QString PdfPipeline::create(QString& result) {
 }
 
 QString PdfPipeline::print() {
-    const NamesInUse in_use(names_);
+    const FixedNamesUse in_use(names_);
     const QString refused = claim(PdfPurpose::print);
     if (!refused.isEmpty())
         return told_without_ps(refused);
@@ -114,7 +113,7 @@ QString PdfPipeline::serve(const QString& ps) {
     if (!QFileInfo(ps).isFile())
         return told(ps.isEmpty() ? QStringLiteral("there was no server job yet")
                                  : ps + QStringLiteral(": there is no such file"));
-    const NamesInUse in_use(names_);
+    const FixedNamesUse in_use(names_);
     const QString refused = claim(PdfPurpose::serve);
     if (!refused.isEmpty())
         return told(refused);
@@ -134,14 +133,14 @@ QString PdfPipeline::serve(const QString& ps) {
 }
 
 QString PdfPipeline::convert(const QString& pdf) {
-    const NamesInUse in_use(names_);
+    const FixedNamesUse in_use(names_);
     const QString refused = take({name_of(tmp_ps)});
     if (!refused.isEmpty())
         return told(refused);
     const QString foreign = claim_scratch_name(QFile::encodeName(pdf));
     if (!foreign.isEmpty())
         return told(foreign);
-    KeptFile earlier(pdf);
+    FileBackup earlier(pdf);
     if (!earlier.error().isEmpty())
         return told(earlier.error());
     QString failure = StepRunner({}, {}, goes_on_)
@@ -155,7 +154,7 @@ QString PdfPipeline::convert(const QString& pdf) {
 }
 
 QString PdfPipeline::make_watermark() {
-    const NamesInUse in_use(names_);
+    const FixedNamesUse in_use(names_);
     const QString refused = take({name_of(tmp_watermark_ps), name_of(tmp_watermark)});
     return refused.isEmpty() ? paint_watermark() : told(refused);
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include <printman/output/joblock.h>
 #include <printman/output/pdfsteps.h>
 #include <printman/output/watermark.h>
+#include <printman/system/fixednames.h>
 
 #include <QString>
 
@@ -23,7 +23,7 @@ public:
     /// @param mark    null for no watermark
     /// @param form    a PDF that is laid behind the report; empty for none
     /// @param goes_on asked while a tool works: false ends the operation; may be empty
-    PdfPipeline(PsPrinter& printer, TmpNames& names, const Watermark* mark, const QString& form,
+    PdfPipeline(PsPrinter& printer, FixedNames& names, const Watermark* mark, const QString& form,
                 std::function<bool()> goes_on)
         : printer_(printer), names_(names), mark_(mark), form_(form), goes_on_(std::move(goes_on)) {
     }
@@ -62,7 +62,7 @@ private:
     QString run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh);
 
     PsPrinter& printer_;
-    TmpNames& names_;
+    FixedNames& names_;
     const Watermark* mark_;
     QString form_;
     std::function<bool()> goes_on_;

@@ -1,13 +1,14 @@
-#include <printman/output/commandrun.h>
+#include <printman/output/chosenpdf.h>
 #include <printman/output/jobfont.h>
-#include <printman/output/keptfile.h>
+#include <printman/output/jobturn.h>
 #include <printman/output/reportjob.h>
 #include <printman/output/steprunner.h>
-#include <printman/output/tmpnames.h>
 #include <printman/printer/paths.h>
-#include <printman/toolkit/chosenpdf.h>
+#include <printman/system/commandrun.h>
+#include <printman/system/filebackup.h>
+#include <printman/system/fixednames.h>
+#include <printman/system/scratchname.h>
 #include <printman/toolkit/psprinter.h>
-#include <printman/toolkit/scratchname.h>
 
 #include <QApplication>
 #include <QDir>
@@ -131,8 +132,8 @@ QString ReportJob::paint_text(ReportPainter& report, const Pages& pages) {
     if (QDir::currentPath().isEmpty())
         return QStringLiteral("the current directory is no longer there");
     // The name is the same for all jobs in this directory.
-    JobLock lock;
-    QString why = lock.take_current_directory(JobLock::usual_patience, tools_.goes_on);
+    FileLock lock;
+    QString why = lock.take_current_directory(FileLock::usual_patience, tools_.goes_on);
     if (!why.isEmpty())
         return why;
     const QByteArray name = QFile::encodeName(pages.text_file);
@@ -182,7 +183,7 @@ JobEnd ReportJob::print_by_record(QWidget* parent, const PrinterRecord& record,
     QString why = refusal(generic);
     if (!why.isEmpty())
         return ended(why);
-    const NamesInUse in_use(tools_.names);
+    const FixedNamesUse in_use(tools_.names);
     const PageMargins margins = tools_.units.margins = usable_margins(record.margins);
     const auto painter = start({.printer = record.name,
                                 .devmode = generic ? nullptr : &record.devmode,
@@ -281,7 +282,7 @@ QString ReportJob::serve_record(const PrinterRecord& record, PrintedCopies print
     // The PDF takes the place of the PostScript in the host's file, and both that of an earlier
     // one.
     const bool to_pdf = tools_.pdf_mode;
-    KeptFile earlier(to_pdf ? output_file : QString());
+    FileBackup earlier(to_pdf ? output_file : QString());
     if (!earlier.error().isEmpty())
         return earlier.error();
     const PageMargins margins = tools_.units.margins = usable_margins(record.margins);
@@ -339,7 +340,7 @@ JobEnd ReportJob::save_pdf(QWidget* parent, const QString& file) {
     const std::optional<QFont> font = choose_report_font(parent);
     if (!font || is_over(window))
         return cancelled();
-    const NamesInUse in_use(tools_.names);
+    const FixedNamesUse in_use(tools_.names);
     why = paint_to_file(*font);
     return ended(why.isEmpty() ? tools_.pipeline.convert(file) : why);
 }
@@ -386,7 +387,7 @@ JobEnd ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QSt
         font = *chosen;
     }
     set_sheet_margins(printer, tools_.units.margins);
-    const NamesInUse in_use(tools_.names);
+    const FixedNamesUse in_use(tools_.names);
     why = paint_to_file(font);
     return ended(why.isEmpty() ? tools_.pipeline.create(result) : why);
 }

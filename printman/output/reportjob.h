@@ -20,7 +20,7 @@ struct JobTools {
     PsPrinter& printer;
     LoadedReport source;
     PageUnits& units; ///< its margins become those of the printer's record
-    TmpNames& names;
+    FixedNames& names;
     PdfPipeline pipeline;
     PrintmanProgress progress;
     std::function<bool()> goes_on; ///< asked while the job waits; may be empty

@@ -1,8 +1,8 @@
-#include <printman/output/commandrun.h>
 #include <printman/output/jobprinter.h>
 #include <printman/output/reportpainter.h>
 #include <printman/render/itempainter.h>
 #include <printman/render/textruler.h>
+#include <printman/system/commandrun.h>
 
 #include <QFontMetrics>
 #include <QPagedPaintDevice>

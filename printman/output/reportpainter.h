@@ -1,10 +1,10 @@
 #pragma once
 
-#include <printman/core/escapetable.h>
-#include <printman/core/pagerows.h>
-#include <printman/core/progress.h>
-#include <printman/core/reportbuffer.h>
+#include <printman/progress.h>
 #include <printman/render/pageunits.h>
+#include <printman/report/escapetable.h>
+#include <printman/report/pagerows.h>
+#include <printman/report/reportbuffer.h>
 
 #include <QFont>
 #include <QString>

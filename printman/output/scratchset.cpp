@@ -1,6 +1,6 @@
-#include <printman/output/joblock.h>
 #include <printman/output/scratchset.h>
 #include <printman/printer/paths.h>
+#include <printman/system/filelock.h>
 
 #include <QDir>
 #include <QFile>
@@ -21,8 +21,8 @@ QString ScratchSet::create(const std::vector<Part>& parts, const std::function<b
     const QString directory = QDir::currentPath();
     if (directory.isEmpty() || !QDir::isAbsolutePath(directory))
         return QStringLiteral("the current directory is no longer there");
-    JobLock lock;
-    QString busy = lock.take_current_directory(JobLock::usual_patience, goes_on);
+    FileLock lock;
+    QString busy = lock.take_current_directory(FileLock::usual_patience, goes_on);
     if (!busy.isEmpty())
         return busy;
     int error = EEXIST;

@@ -1,8 +1,9 @@
-#include <printman/output/commandrun.h>
 #include <printman/output/pdfcommands.h>
 #include <printman/output/steprunner.h>
-#include <printman/toolkit/outputfile.h>
-#include <printman/toolkit/scratchname.h>
+#include <printman/system/commandrun.h>
+#include <printman/system/externaltool.h>
+#include <printman/system/outputfile.h>
+#include <printman/system/scratchname.h>
 
 #include <QFile>
 #include <QFileInfo>

@@ -9,7 +9,7 @@
 namespace {
 
 struct PaperText {
-    std::string_view name; ///< as page_size_name() has it
+    std::string_view name; ///< as printman::page_size_name() has it
     std::string_view text;
 };
 
@@ -45,7 +45,7 @@ constexpr PaperText paper_texts[] = {
     {"Letter", "8.5 x 11 inches, 216 x 279 mm"},
     {"Tabloid", "279 x 432 mm"},
 };
-static_assert(std::size(paper_texts) == page_size_count);
+static_assert(std::size(paper_texts) == printman::page_size_count);
 
 int store(char* buffer, int size, std::string_view text) {
     if (!buffer || size <= 0)
@@ -57,7 +57,7 @@ int store(char* buffer, int size, std::string_view text) {
 } // namespace
 
 int get_paper_size(short number, char* buffer, int size) {
-    const char* const name = page_size_name(number);
+    const char* const name = printman::page_size_name(number);
     if (!name)
         return 0;
     const auto* const found = std::ranges::find(paper_texts, name, &PaperText::name);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <printman/printer/prtsetup.h>
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 /// The text for a page-size number, such as "8.5 x 11 inches, 216 x 279 mm" for 2.
 ///

@@ -1,15 +1,12 @@
-#include <printman/printer/freename.h>
 #include <printman/printer/hostservices.h>
 #include <printman/printer/paths.h>
 #include <printman/printer/textfield.h>
+#include <printman/system/freename.h>
 
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QRandomGenerator>
 
 #include <array>
-#include <cstdlib>
 #include <string>
 
 namespace {
@@ -38,11 +35,6 @@ QString scratch_path(const QString& prefix, const QString& ext) {
     return dir.isEmpty() ? dir : get_tmpfile(dir, prefix, ext);
 }
 
-bool is_taken(const QString& path) {
-    const QFileInfo info(path);
-    return info.isSymLink() || info.exists();
-}
-
 char* scratch_name(PathBuffer& buffer, const char* file) {
     const char* const dir = setting("TMPDIR");
     const std::string path = std::string(dir ? dir : "/tmp") + file;
@@ -52,15 +44,6 @@ char* scratch_name(PathBuffer& buffer, const char* file) {
 }
 
 } // namespace
-
-QString printman::free_name(const QString& start, const QString& end,
-                            const std::function<int()>& number) {
-    QString path;
-    do {
-        path = start + QString::number(number()) + end;
-    } while (is_taken(path));
-    return path;
-}
 
 QString get_prtbin_path() {
     return config_path(QStringLiteral("/PRTSETUP.BIN"));
@@ -91,10 +74,7 @@ QString get_watermark_path() {
 }
 
 QString get_tmpfile(const QString& dir, const QString& prefix, const QString& ext) {
-    // The process's own generator is left to the host: seeded with the second, it would start the
-    // host's numbers anew, and be stuck on a taken name until the next second.
-    return printman::free_name(dir + u'/' + prefix, ext.isNull() ? ext : u'.' + ext,
-                               [] { return QRandomGenerator::global()->bounded(RAND_MAX); });
+    return printman::timed_free_name(dir + u'/' + prefix, ext.isNull() ? ext : u'.' + ext);
 }
 
 char* get_pdffile_name() {

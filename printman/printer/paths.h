@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <QString>
 
@@ -24,6 +24,10 @@ PRINTMAN_EXPORT QString get_watermark_path(); ///< "wm", "txt"
 /// A name under which nothing is found: @p dir, a slash, @p prefix, a decimal number, and, unless
 /// @p ext is a null string, a dot and @p ext. It stays free only until someone takes it: create it
 /// so that an existing file makes that fail.
+///
+/// The number is the first that the C library's random() gives after srandom() with the current
+/// second; the generator of the process is not touched. Where that name is taken the call waits for
+/// the next second, and for another; after five seconds it takes the numbers that follow.
 PRINTMAN_EXPORT QString get_tmpfile(const QString& dir, const QString& prefix, const QString& ext);
 
 /// "korvopdf.pdf" in the directory TMPDIR, else in /tmp.

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <printman/printer/prtsetup.h>
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <span>
 #include <string>

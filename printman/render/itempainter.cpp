@@ -1,6 +1,6 @@
 #include <printman/render/itempainter.h>
 #include <printman/render/textruler.h>
-#include <printman/toolkit/pstext.h>
+#include <printman/typeset/directtext.h>
 
 #include <QPainter>
 
@@ -28,7 +28,7 @@ void ItemPainter::draw_highlight(const StringItem& item) {
 
 void ItemPainter::draw_page(std::span<QValueList<StringItem>> rows) {
     const TextRuler ruler(painter_);
-    PsText straight(painter_);
+    DirectText straight(painter_);
     for (QValueList<StringItem>& row : rows) {
         for (StringItem& item : row) {
             const QRect cell = units_.logical(item.cell);

@@ -1,6 +1,6 @@
 #include "ui_screenviewbase.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 #include <printman/render/screen.h>
 
 #include <QEvent>

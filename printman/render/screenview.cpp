@@ -1,8 +1,8 @@
-#include <printman/core/pagerows.h>
 #include <printman/render/pageunits.h>
 #include <printman/render/screen.h>
 #include <printman/render/screenview.h>
 #include <printman/render/zoom.h>
+#include <printman/report/pagerows.h>
 #include <printman/toolkit/qscrollview.h>
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <printman/core/reportbuffer.h>
 #include <printman/render/screensettings.h>
+#include <printman/report/reportbuffer.h>
 
 #include <QFont>
 #include <QPixmap>

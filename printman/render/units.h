@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 #include <printman/toolkit/qpaintdevicemetrics.h>
 
 /// Converts @p inches to device pixels of @p m across, cut toward zero.

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+namespace printman {
+
 const ZoomRatio zoom_ratios[] = {{50, "50%"},   {100, "100%"}, {150, "150%"}, {200, "200%"},
                                  {250, "250%"}, {300, "300%"}, {0, ""}};
 
@@ -21,6 +23,8 @@ int zoom_ratio(const char* name) {
     }
     return 0;
 }
+
+} // namespace printman
 
 QSize get_preview_size(QSize view) {
     return {view.width() - 30, view.height() - 30};

@@ -1,12 +1,14 @@
 #pragma once
 
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <QPoint>
 #include <QSize>
 #include <QStringList>
 
 #include <cstdint>
+
+namespace printman {
 
 /// A row of the zoom table.
 struct ZoomRatio {
@@ -22,6 +24,8 @@ PRINTMAN_EXPORT QStringList zoom_names();
 
 /// @return the ratio of the row whose name is exactly @p name, or 0
 PRINTMAN_EXPORT int zoom_ratio(const char* name);
+
+} // namespace printman
 
 /// The area that a whole page may take in a view of size @p view: 30 pixels less each way.
 PRINTMAN_EXPORT QSize get_preview_size(QSize view);

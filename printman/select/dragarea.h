@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/core/reportbuffer.h>
+#include <printman/report/reportbuffer.h>
 
 #include <QPoint>
 #include <QRect>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <QRect>
 

@@ -1,8 +1,8 @@
-#include <printman/core/pagerows.h>
 #include <printman/render/itempainter.h>
 #include <printman/render/pageunits.h>
 #include <printman/render/screenview.h>
 #include <printman/render/textruler.h>
+#include <printman/report/pagerows.h>
 #include <printman/select/dragarea.h>
 #include <printman/select/geometry.h>
 #include <printman/select/highlights.h>

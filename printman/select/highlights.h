@@ -1,7 +1,7 @@
 #pragma once
 
-#include <printman/core/stringitem.h>
 #include <printman/select/inkreach.h>
+#include <printman/stringitem.h>
 #include <printman/toolkit/qvaluelist.h>
 
 #include <QPoint>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <printman/core/stringitem.h>
 #include <printman/render/textruler.h>
+#include <printman/stringitem.h>
 
 namespace printman {
 

@@ -1,5 +1,5 @@
-#include <printman/core/pagerows.h>
 #include <printman/render/textruler.h>
+#include <printman/report/pagerows.h>
 #include <printman/select/pagesearch.h>
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <printman/core/stringitem.h>
 #include <printman/select/patterncost.h>
+#include <printman/stringitem.h>
 
 #include <QElapsedTimer>
 #include <QRegExp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/core/stringitem.h>
+#include <printman/stringitem.h>
 
 #include <QRect>
 

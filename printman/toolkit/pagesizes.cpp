@@ -4,6 +4,8 @@
 
 #include <iterator>
 
+namespace printman {
+
 namespace {
 
 struct Row {
@@ -65,3 +67,5 @@ QPageSize page_size_of(int number) {
 const char* page_size_name(int number) {
     return is_known(number) ? rows[number].name : nullptr;
 }
+
+} // namespace printman

@@ -1,8 +1,10 @@
 #pragma once
 
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <QPageSize>
+
+namespace printman {
 
 /// How many page-size numbers there are: 0 to 29.
 inline constexpr int page_size_count = 30;
@@ -17,3 +19,5 @@ PRINTMAN_EXPORT QPageSize page_size_of(int number);
 
 /// The name of a page-size number as the list above has it, null for any other number.
 PRINTMAN_EXPORT const char* page_size_name(int number);
+
+} // namespace printman

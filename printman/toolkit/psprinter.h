@@ -1,15 +1,12 @@
 #pragma once
 
-#include <printman/toolkit/export.h>
+#include <printman/printman_export.h>
 
 #include <QPrinter>
 
 #include <functional>
 #include <memory>
 
-namespace printman {
-class PsPaintEngine;
-}
 class QWidget;
 
 /// A printer that writes PostScript: level 3, structured by the document structuring conventions,

@@ -4,8 +4,8 @@
 #include "tests/support/testhost.h"
 #include "tests/support/tools.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/printdestdlg.h>
+#include <printman/printman.h>
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -2,8 +2,8 @@
 #include "tests/support/language.h"
 #include "tests/support/testhost.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/kscolordlg.h>
+#include <printman/printman.h>
 
 #include <QAccessible>
 #include <QColorDialog>

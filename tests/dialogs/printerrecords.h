@@ -2,7 +2,7 @@
 
 #include "tests/printer/setuprecords.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <vector>
 

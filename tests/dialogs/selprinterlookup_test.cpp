@@ -1,6 +1,6 @@
-#include "tests/core/scratch.h"
 #include "tests/dialogs/dialogwidgets.h"
 #include "tests/dialogs/printerrecords.h"
+#include "tests/support/scratch.h"
 #include "tests/support/testhost.h"
 
 #include <printman/dialogs/selprinterdlg.h>

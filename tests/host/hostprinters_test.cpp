@@ -3,7 +3,7 @@
 #include "tests/host/program.h"
 #include "tests/support/tools.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QDir>
 

@@ -2,7 +2,7 @@
 #include "host/viewer/zoombox.h"
 #include "tests/host/viewerfixture.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QApplication>
 #include <QLineEdit>

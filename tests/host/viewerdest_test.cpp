@@ -1,8 +1,8 @@
 #include "host/settings.h"
 #include "tests/host/viewerdestfixture.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/kscolordlg.h>
+#include <printman/printman.h>
 #include <printman/toolkit/legacyweight.h>
 
 #include <QApplication>

@@ -2,7 +2,7 @@
 #include "tests/host/viewerfixture.h"
 #include "tests/support/tools.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QApplication>
 #include <QDir>

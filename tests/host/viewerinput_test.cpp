@@ -2,8 +2,8 @@
 #include "tests/support/desktop.h"
 #include "tests/support/tools.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/printdestdlg.h>
+#include <printman/printman.h>
 
 #include <QApplication>
 #include <QClipboard>

@@ -4,8 +4,8 @@
 #include "host/viewer/reportview.h"
 #include "host/viewer/viewerwindow.h"
 
-#include <printman/core/printman.h>
 #include <printman/dialogs/printdestdlg.h>
+#include <printman/printman.h>
 #include <printman/render/screen.h>
 
 #include <QAction>

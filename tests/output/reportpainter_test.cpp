@@ -1,4 +1,4 @@
-#include "tests/core/reportfile.h"
+#include "tests/support/reportfile.h"
 #include "tests/support/tools.h"
 
 #include <printman/output/reportpainter.h>

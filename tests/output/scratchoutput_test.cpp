@@ -1,7 +1,7 @@
-#include "tests/core/scratch.h"
+#include "tests/support/scratch.h"
 
-#include <printman/output/keptfile.h>
 #include <printman/output/scratchset.h>
+#include <printman/system/filebackup.h>
 #include <printman/toolkit/psprinter.h>
 
 #include <QFileInfo>
@@ -74,18 +74,18 @@ TEST_F(ScratchOutput, isForgottenWithTheNextOutputFile) {
     EXPECT_EQ(scratch_.read("other").substr(0, 4), "%!PS");
 }
 
-TEST(KeptFile, comesBackUnlessItIsDropped) {
+TEST(FileBackup, comesBackUnlessItIsDropped) {
     const Scratch scratch;
     const QString name = QString::fromStdString(scratch.write("earlier", "file"));
     {
-        const KeptFile kept(name);
+        const FileBackup kept(name);
         EXPECT_EQ(kept.error(), QString());
         ASSERT_TRUE(QFile::remove(name));
         scratch.write("broken", "file");
     }
     EXPECT_EQ(scratch.read("file"), "earlier");
     {
-        KeptFile kept(name);
+        FileBackup kept(name);
         ASSERT_TRUE(QFile::remove(name));
         scratch.write("better", "file");
         kept.drop();
@@ -94,18 +94,18 @@ TEST(KeptFile, comesBackUnlessItIsDropped) {
     EXPECT_EQ(scratch.names(), QStringList{QStringLiteral("file")});
 }
 
-TEST(KeptFile, thatWasNotTouchedHasOneNameAfterwards) {
+TEST(FileBackup, thatWasNotTouchedHasOneNameAfterwards) {
     const Scratch scratch;
-    { const KeptFile kept(QString::fromStdString(scratch.write("earlier", "file"))); }
+    { const FileBackup kept(QString::fromStdString(scratch.write("earlier", "file"))); }
     EXPECT_EQ(scratch.read("file"), "earlier");
     EXPECT_EQ(scratch.names(), QStringList{QStringLiteral("file")});
 }
 
-TEST(KeptFile, isNoneWhereThereIsNoFile) {
+TEST(FileBackup, isNoneWhereThereIsNoFile) {
     const Scratch scratch;
-    EXPECT_EQ(KeptFile(QString::fromStdString(scratch.path("none"))).error(), QString());
-    EXPECT_EQ(KeptFile(QString()).error(), QString());
-    EXPECT_EQ(KeptFile(QStringLiteral("/dev/null")).error(),
+    EXPECT_EQ(FileBackup(QString::fromStdString(scratch.path("none"))).error(), QString());
+    EXPECT_EQ(FileBackup(QString()).error(), QString());
+    EXPECT_EQ(FileBackup(QStringLiteral("/dev/null")).error(),
               QStringLiteral("/dev/null: is no file that can be replaced"));
     EXPECT_EQ(scratch.names(), QStringList());
 }

@@ -1,4 +1,4 @@
-#include "tests/core/scratch.h"
+#include "tests/support/scratch.h"
 #include "tests/support/tools.h"
 
 #include <printman/output/steprunner.h>

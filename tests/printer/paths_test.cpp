@@ -1,8 +1,8 @@
-#include "tests/core/scratch.h"
+#include "tests/support/scratch.h"
 #include "tests/support/testhost.h"
 
-#include <printman/printer/freename.h>
 #include <printman/printer/paths.h>
+#include <printman/system/freename.h>
 
 #include <QFileInfo>
 #include <QRegularExpression>

@@ -1,5 +1,5 @@
-#include "tests/core/scratch.h"
 #include "tests/printer/setuprecords.h"
+#include "tests/support/scratch.h"
 #include "tests/support/testhost.h"
 
 #include <printman/printer/prtsetup.h>

@@ -140,18 +140,19 @@ TEST(PageUnits, hostileCellsDoNotOverflow) {
 }
 
 TEST(Zoom, theTableHasSixRows) {
-    EXPECT_EQ(zoom_names(), (QStringList{QStringLiteral("50%"), QStringLiteral("100%"),
-                                         QStringLiteral("150%"), QStringLiteral("200%"),
-                                         QStringLiteral("250%"), QStringLiteral("300%")}));
-    EXPECT_EQ(zoom_ratios[6].ratio, 0);
+    EXPECT_EQ(
+        printman::zoom_names(),
+        (QStringList{QStringLiteral("50%"), QStringLiteral("100%"), QStringLiteral("150%"),
+                     QStringLiteral("200%"), QStringLiteral("250%"), QStringLiteral("300%")}));
+    EXPECT_EQ(printman::zoom_ratios[6].ratio, 0);
 }
 
 TEST(Zoom, onlyTheExactNameHasARatio) {
-    EXPECT_EQ(zoom_ratio("50%"), 50);
-    EXPECT_EQ(zoom_ratio("300%"), 300);
+    EXPECT_EQ(printman::zoom_ratio("50%"), 50);
+    EXPECT_EQ(printman::zoom_ratio("300%"), 300);
     for (const char* name : {"75%", "150", " 100%", "", "100% "})
-        EXPECT_EQ(zoom_ratio(name), 0) << name;
-    EXPECT_EQ(zoom_ratio(nullptr), 0);
+        EXPECT_EQ(printman::zoom_ratio(name), 0) << name;
+    EXPECT_EQ(printman::zoom_ratio(nullptr), 0);
 }
 
 TEST(Zoom, aPreviewIsCentredAndLeavesThirtyPixels) {

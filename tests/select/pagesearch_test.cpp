@@ -1,6 +1,6 @@
-#include <printman/core/escapetable.h>
-#include <printman/core/pagerows.h>
 #include <printman/render/textruler.h>
+#include <printman/report/escapetable.h>
+#include <printman/report/pagerows.h>
 #include <printman/select/pagesearch.h>
 
 #include <gmock/gmock.h>

@@ -3,7 +3,7 @@
 #include "tests/support/testhost.h"
 #include "tests/support/tools.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 #include <printman/render/screen.h>
 #include <printman/toolkit/qscrollview.h>
 

@@ -49,10 +49,10 @@ constexpr Paper papers[] = {
 } // namespace
 
 TEST(PageSizes, everyNumberHasTheSizeOfItsPaper) {
-    static_assert(std::size(papers) == page_size_count);
-    for (int number = 0; number < page_size_count; ++number) {
-        const QSizeF size = page_size_of(number).size(QPageSize::Millimeter);
-        EXPECT_STREQ(page_size_name(number), papers[number].name);
+    static_assert(std::size(papers) == printman::page_size_count);
+    for (int number = 0; number < printman::page_size_count; ++number) {
+        const QSizeF size = printman::page_size_of(number).size(QPageSize::Millimeter);
+        EXPECT_STREQ(printman::page_size_name(number), papers[number].name);
         EXPECT_NEAR(size.width(), papers[number].width, 0.1) << papers[number].name;
         EXPECT_NEAR(size.height(), papers[number].height, 0.1) << papers[number].name;
     }
@@ -60,8 +60,8 @@ TEST(PageSizes, everyNumberHasTheSizeOfItsPaper) {
 
 TEST(PageSizes, otherNumbersAreNoSize) {
     for (const int number : {-1, 30, 1000}) {
-        EXPECT_FALSE(page_size_of(number).isValid());
-        EXPECT_EQ(page_size_name(number), nullptr);
+        EXPECT_FALSE(printman::page_size_of(number).isValid());
+        EXPECT_EQ(printman::page_size_name(number), nullptr);
     }
 }
 

@@ -1,7 +1,7 @@
 // A small host: it makes a report of two pages in the current directory, lists its items and paints
 // them on a picture and to a printer file.
-#include <printman/core/printman.h>
 #include <printman/printer/hostservices.h>
+#include <printman/printman.h>
 #include <printman/toolkit/psprinter.h>
 
 #include <QApplication>

@@ -1,7 +1,7 @@
 #include "tests/output/printing/printing.h"
 #include "tests/support/dialogs.h"
 
-#include <printman/select/pageprint.h>
+#include <printman/output/pageprint.h>
 
 #include <QFontDialog>
 #include <QFontInfo>

@@ -1,5 +1,5 @@
-#include "tests/core/scratch.h"
 #include "tests/output/printing/printing.h"
+#include "tests/support/scratch.h"
 
 #include <QColor>
 #include <QFileInfo>

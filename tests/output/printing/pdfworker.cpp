@@ -7,7 +7,7 @@
 #include "tests/support/testhost.h"
 #include "tests/support/tools.h"
 
-#include <printman/core/printman.h>
+#include <printman/printman.h>
 
 #include <QApplication>
 #include <QColor>

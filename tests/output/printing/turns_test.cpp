@@ -1,7 +1,7 @@
 #include "tests/output/printing/printing.h"
 
-#include <printman/output/joblock.h>
-#include <printman/output/tmpnames.h>
+#include <printman/system/filelock.h>
+#include <printman/system/fixednames.h>
 
 #include <QColor>
 #include <QElapsedTimer>
@@ -51,7 +51,7 @@ TEST_F(Turns, aJobWaitsUntilAnotherProcessIsDone) {
     ASSERT_EQ(::pipe(ends), 0);
     const pid_t other = ::fork();
     if (other == 0) {
-        printman::TmpNames names;
+        printman::FixedNames names;
         const bool taken = names.take().isEmpty();
         EXPECT_EQ(::write(ends[1], taken ? "y" : "n", 1), 1);
         ::usleep(300000);
@@ -76,7 +76,7 @@ TEST_F(Turns, aJobThatWaitsForAnotherProcessCanBeStopped) {
                QByteArray::fromStdString(setup_bytes({record("laser", "office")})));
     manager_.pdf_mode = true;
     manager_.set_watermark_info("DRAFT", "Liberation Sans", 40, 0, QColor(Qt::red), 0, 0, 0);
-    printman::JobLock names;
+    printman::FileLock names;
     ASSERT_EQ(names.take_file(printman::tmp_lock_file), QString());
     int last = 0;
     manager_.set_progress([&last](int done, int) { return done < last; });
@@ -103,7 +103,7 @@ TEST_F(Turns, theNamesAreFreeAgainAfterEveryJobWhateverItsEnd) {
     stub_tools();
     manager_.pdf_mode = true;
     const auto is_free = [] {
-        printman::JobLock lock;
+        printman::FileLock lock;
         return lock.take_file(printman::tmp_lock_file, std::chrono::milliseconds(0)).isEmpty();
     };
     EXPECT_TRUE(is_free());
@@ -134,7 +134,7 @@ TEST_F(Turns, aServerJobWithoutAWatermarkWaitsForNobody) {
     report(1);
     stub_tools();
     manager_.pdf_mode = true;
-    printman::JobLock lock;
+    printman::FileLock lock;
     ASSERT_EQ(lock.take_file(printman::tmp_lock_file), QString());
     write_file(path(text("job.bin")),
                QByteArray::fromStdString(setup_bytes({record("laser", "office")})));
@@ -150,7 +150,7 @@ TEST_F(Turns, aServerJobWithoutAWatermarkWaitsForNobody) {
 TEST_F(Turns, jobsOfPlainTextInOneDirectoryTakeTurns) {
     report(1);
     stub_tools();
-    printman::JobLock lock;
+    printman::FileLock lock;
     ASSERT_EQ(lock.take_current_directory(), QString());
     const pid_t other = ::fork();
     if (other == 0) {

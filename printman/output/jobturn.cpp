@@ -1,0 +1,21 @@
+#include <printman/output/jobturn.h>
+
+namespace printman {
+
+namespace {
+
+int jobs_under_way = 0;
+
+} // namespace
+
+JobTurn::JobTurn() : is_first_(jobs_under_way++ == 0) {}
+
+JobTurn::~JobTurn() {
+    --jobs_under_way;
+}
+
+QString busy_printing() {
+    return QStringLiteral("another report is being printed");
+}
+
+} // namespace printman

@@ -1,0 +1,96 @@
+#pragma once
+
+#include <printman/postscript/pspage.h>
+#include <printman/system/outputsink.h>
+#include <printman/system/spoolfile.h>
+#include <printman/typeset/fontset.h>
+#include <printman/typeset/pagedocument.h>
+
+#include <QPageLayout>
+
+#include <functional>
+#include <memory>
+
+namespace printman {
+
+/// The part of the sheet that is painted on, in device pixels: the page less its margins, each
+/// rounded, so that margins given in pixels are kept to the pixel.
+QRect ps_paint_area(const QPageLayout& layout, int resolution);
+
+/// What a print job is made from.
+struct PsJobSetup {
+    QString output_file;     ///< where it goes; when empty, to the spooler
+    bool is_scratch = false; ///< the output file is a fixed scratch name
+    QString printer_name;    ///< the spooler's queue; when empty, its default
+    QString title;
+    QString creator;
+    int copies = 1;
+    bool collate = true;
+    int resolution = 600; ///< device pixels an inch
+
+    /// Asked while the spooler is waited for: false drops the job; may be empty.
+    std::function<bool()> goes_on;
+};
+
+/// A print job: a PostScript document being written.
+///
+/// The fonts' subsets are known only when the last page is, and stand before the first: the pages
+/// are spooled on disk meanwhile, beside the output file, so that memory does not grow with their
+/// number and a full disk shows while they are painted.
+class PsJob : public PageDocument {
+public:
+    /// Opens the output and the spool and starts the first page.
+    ///
+    /// @return false when that fails; error() says why
+    bool begin(const PsJobSetup& setup, const QPageLayout& layout);
+
+    /// Ends the page and starts another.
+    ///
+    /// @return false when the job has failed
+    bool new_page(const QPageLayout& layout);
+
+    /// Completes the document.
+    ///
+    /// @return false when the job failed, then or before; nothing is left of it
+    bool end();
+
+    /// Drops the job.
+    void discard();
+
+    /// Ends the job as failed, for the reason @p why, unless it has failed before.
+    ///
+    /// @return false
+    bool fail(const QString& why) override;
+
+    PsPage& page() override { return page_; }
+    FontSet& fonts() override { return fonts_; }
+
+    /// Moves what the page holds to the spool when it has become much.
+    void settle() override;
+
+    bool failed() const { return failed_; }
+    QString error() const { return error_; }
+
+private:
+    bool sink_ok(bool done) { return done || fail(sink_->error()); }
+    void start_page(const QPageLayout& layout);
+    void end_page();
+    void spool();
+    void write_head(PsStream& out) const;
+    void write_setup(PsStream& out) const;
+    bool copy_pages();
+
+    PsJobSetup setup_;
+    std::unique_ptr<OutputSink> sink_;
+    SpoolFile spool_;
+    FontSet fonts_;
+    PsStream stream_;
+    PsPage page_{stream_};
+    QSize first_size_; ///< of the paper, in points
+    QSize box_;        ///< of the largest page, in points
+    int pages_ = 0;
+    bool failed_ = false;
+    QString error_;
+};
+
+} // namespace printman

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <printman/postscript/psjob.h>
+
+#include <QPageLayout>
+#include <QPrintEngine>
+
+#include <memory>
+
+namespace printman {
+
+/// What a PsPrinter was told, and the job that is being painted on it.
+class PsPrintEngine : public QPrintEngine, public PageTarget {
+public:
+    PsPrintEngine();
+
+    void setProperty(PrintEnginePropertyKey key, const QVariant& value) override;
+    QVariant property(PrintEnginePropertyKey key) const override;
+    bool newPage() override;
+    bool abort() override;
+    int metric(QPaintDevice::PaintDeviceMetric id) const override;
+    QPrinter::PrinterState printerState() const override;
+
+    bool begin() override;
+    bool end() override;
+    PsJob* document() override;
+    int resolution() const override { return setup_.resolution; }
+
+    /// Sets the margins, device pixels of the page as it is turned now.
+    ///
+    /// @return false when they leave no room; the old ones then stay
+    bool set_margins(const QMarginsF& pixels);
+
+    /// Says that the output file is a fixed scratch name, until another is set.
+    void set_scratch_output() { setup_.is_scratch = true; }
+    void set_goes_on(std::function<bool()> goes_on) { setup_.goes_on = std::move(goes_on); }
+
+    const QPageLayout& layout() const { return layout_; }
+    QString error() const;
+
+private:
+    void set_orientation(QPageLayout::Orientation orientation);
+    void apply_default_margins();
+    QRect area() const { return ps_paint_area(layout_, setup_.resolution); }
+
+    PsJobSetup setup_;
+    QPageLayout layout_;
+    bool margins_set_ = false;
+    QHash<int, QVariant> carried_; ///< settings that the document does not depend on
+    std::unique_ptr<PsJob> job_;
+    QPrinter::PrinterState state_ = QPrinter::Idle;
+    QString error_;
+};
+
+} // namespace printman

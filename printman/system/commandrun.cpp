@@ -1,0 +1,152 @@
+#include <printman/system/childstatus.h>
+#include <printman/system/commandrun.h>
+#include <printman/text.h>
+
+#include <QFile>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace printman {
+
+namespace {
+
+constexpr int shell_missing = 127;
+constexpr int shell_signal_base = 128; // a shell's status for a command that a signal ended
+constexpr int milliseconds = 1000;     // in the unit of usleep
+constexpr int between_looks = 5;       // milliseconds
+constexpr int looks_a_question = 10;
+
+/// While it lives, no handler of the host takes the status of a child away.
+class ChildSignalHold {
+public:
+    ChildSignalHold() {
+        sigset_t child;
+        ::sigemptyset(&child);
+        ::sigaddset(&child, SIGCHLD);
+        ::pthread_sigmask(SIG_BLOCK, &child, &old_);
+    }
+    ~ChildSignalHold() { ::pthread_sigmask(SIG_SETMASK, &old_, nullptr); }
+    ChildSignalHold(const ChildSignalHold&) = delete;
+    ChildSignalHold& operator=(const ChildSignalHold&) = delete;
+
+    const sigset_t& old() const { return old_; }
+
+private:
+    sigset_t old_;
+};
+
+/// Becomes the shell. Only what is safe between fork and exec.
+[[noreturn]] void become_shell(const char* command, pid_t parent, const sigset_t& mask,
+                               bool own_group) {
+    if (own_group)
+        ::setpgid(0, 0);
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent)
+        ::_exit(shell_missing);
+    ::pthread_sigmask(SIG_SETMASK, &mask, nullptr);
+    const int nothing = ::open("/dev/null", O_RDONLY);
+    if (nothing > STDIN_FILENO) {
+        ::dup2(nothing, STDIN_FILENO);
+        ::close(nothing);
+    }
+    ::dup2(STDERR_FILENO, STDOUT_FILENO);
+    ::execl("/bin/sh", "sh", "-c", command, nullptr);
+    ::_exit(shell_missing);
+}
+
+/// What waitpid answers, whatever signals come meanwhile.
+pid_t wait_for(pid_t child, int& status, int options) {
+    pid_t ended;
+    do {
+        ended = ::waitpid(child, &status, options);
+    } while (ended < 0 && errno == EINTR);
+    return ended;
+}
+
+/// Waits for the child, a process group of its own, as long as @p goes_on says so.
+pid_t watch(pid_t child, int& status, const std::function<bool()>& goes_on, bool& is_stopped) {
+    for (int look = 1;; ++look) {
+        const pid_t ended = wait_for(child, status, WNOHANG);
+        if (ended != 0)
+            return ended;
+        if (look % looks_a_question == 0 && !goes_on()) {
+            is_stopped = true;
+            // It may not have come to its group yet.
+            ::kill(child, SIGKILL);
+            ::kill(-child, SIGKILL);
+            return wait_for(child, status, 0);
+        }
+        ::usleep(between_looks * milliseconds);
+    }
+}
+
+} // namespace
+
+bool CommandEnd::is_interrupted() const {
+    for (const int interrupt : {SIGINT, SIGQUIT})
+        if (signal == interrupt || status == shell_signal_base + interrupt)
+            return true;
+    return false;
+}
+
+CommandEnd run_command(const QByteArray& command, const std::function<bool()>& goes_on) {
+    CommandEnd end;
+    const ChildStatusGuard guard;
+    const ChildSignalHold hold;
+    const pid_t parent = ::getpid();
+    const pid_t child = ::fork();
+    if (child == 0)
+        become_shell(command.constData(), parent, hold.old(), goes_on != nullptr);
+    if (child < 0) {
+        end.trouble = QStringLiteral("cannot be started: ") + qt_error_string(errno);
+        return end;
+    }
+    int status = 0;
+    if (goes_on)
+        ::setpgid(child, child);
+    const pid_t ended =
+        goes_on ? watch(child, status, goes_on, end.is_stopped) : wait_for(child, status, 0);
+    if (ended < 0)
+        end.trouble = QStringLiteral("ended with a status that was lost");
+    else if (WIFSIGNALED(status))
+        end.signal = WTERMSIG(status);
+    else
+        end.status = WEXITSTATUS(status);
+    return end;
+}
+
+QString describe_failure(const QByteArray& command, const CommandEnd& end) {
+    const QString name = u'\'' + QFile::decodeName(command) + QStringLiteral("' ");
+    if (!end.trouble.isEmpty())
+        return one_line(name + end.trouble);
+    return one_line(name) + (end.signal != 0
+                                 ? QStringLiteral("was ended by signal %1").arg(end.signal)
+                                 : QStringLiteral("failed with status %1").arg(end.status));
+}
+
+QString one_line(const QString& text) {
+    QString line = text;
+    for (QChar& c : line) {
+        if (c == u'\n' || c == u'\t' || c == u'\r')
+            c = u' ';
+        else if (c.category() == QChar::Other_Control)
+            c = u'?';
+    }
+    return line;
+}
+
+QString canceled() {
+    return QStringLiteral("canceled");
+}
+
+void tell_failure(const QString& why) {
+    DLWErrorWin(("printman: " + QFile::encodeName(one_line(why))).constData());
+}
+
+} // namespace printman

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <printman/system/filelock.h>
+
+#include <QString>
+
+#include <memory>
+
+namespace printman {
+
+// The fixed scratch names, which all processes share in turn, and their lock file.
+
+inline constexpr char16_t tmp_ps[] = u"/tmp/korvo.ps";
+inline constexpr char16_t tmp_pdf[] = u"/tmp/korvo.pdf";
+inline constexpr char16_t tmp_over[] = u"/tmp/korvoout.pdf";
+inline constexpr char16_t tmp_result[] = u"/tmp/korvoout2.pdf";
+inline constexpr char16_t tmp_watermark_ps[] = u"/tmp/watermark.ps";
+inline constexpr char16_t tmp_watermark[] = u"/tmp/watermark.pdf";
+inline constexpr char tmp_lock_file[] = "/tmp/korvo.lock";
+
+/// The right to the fixed names in /tmp, which all processes take in turn. All jobs of this process
+/// share it; it is held until the last of them has let it go.
+class FixedNames {
+public:
+    /// Does nothing when this one holds it already.
+    ///
+    /// @return empty, or why it was not to be had in time
+    QString take(const FileLock::GoesOn& goes_on = {});
+
+    void release() { lock_.reset(); }
+    bool is_held() const { return lock_ != nullptr; }
+
+private:
+    std::shared_ptr<FileLock> lock_;
+};
+
+/// Lets the fixed names go when it ends.
+class FixedNamesUse {
+public:
+    explicit FixedNamesUse(FixedNames& names) : names_(names) {}
+    ~FixedNamesUse() { names_.release(); }
+    FixedNamesUse(const FixedNamesUse&) = delete;
+    FixedNamesUse& operator=(const FixedNamesUse&) = delete;
+
+private:
+    FixedNames& names_;
+};
+
+} // namespace printman

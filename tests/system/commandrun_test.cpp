@@ -1,0 +1,173 @@
+#include "tests/support/tools.h"
+
+#include <printman/system/commandrun.h>
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <csignal>
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace printman;
+using testsupport::EnvironmentGuard;
+
+namespace {
+
+/// Puts another handling of a signal in place while it lives.
+class SignalHandling {
+public:
+    SignalHandling(int signal, void (*handler)(int)) : signal_(signal) {
+        struct sigaction action = {};
+        action.sa_handler = handler;
+        ::sigaction(signal, &action, &old_);
+    }
+    ~SignalHandling() { ::sigaction(signal_, &old_, nullptr); }
+    SignalHandling(const SignalHandling&) = delete;
+    SignalHandling& operator=(const SignalHandling&) = delete;
+
+    bool is_now(void (*handler)(int)) const {
+        struct sigaction now = {};
+        ::sigaction(signal_, nullptr, &now);
+        return now.sa_handler == handler;
+    }
+
+private:
+    int signal_;
+    struct sigaction old_;
+};
+
+void reap_everything(int /*signal*/) {
+    while (::waitpid(-1, nullptr, WNOHANG) > 0)
+        continue;
+}
+
+void nothing(int /*signal*/) {}
+
+/// Whether a process that was sent a signal ends, which takes it a moment.
+bool ends(int process) {
+    const QString state = QStringLiteral("/proc/%1/stat").arg(process);
+    QByteArray line = testsupport::read_file(state);
+    for (int waited = 0; waited < 30000 && !line.isEmpty() && !line.contains(") Z "); ++waited) {
+        ::usleep(1000);
+        line = testsupport::read_file(state);
+    }
+    return line.isEmpty() || line.contains(") Z ");
+}
+
+} // namespace
+
+TEST(RunCommand, knowsTheStatus) {
+    EXPECT_TRUE(run_command("true").ok());
+    const CommandEnd end = run_command("exit 7");
+    EXPECT_FALSE(end.ok());
+    EXPECT_EQ(describe_failure("exit 7", end), QStringLiteral("'exit 7' failed with status 7"));
+}
+
+TEST(RunCommand, knowsTheSignal) {
+    const CommandEnd end = run_command("kill -9 $$");
+    EXPECT_FALSE(end.ok());
+    EXPECT_FALSE(end.is_interrupted());
+    EXPECT_EQ(describe_failure("kill", end), QStringLiteral("'kill' was ended by signal 9"));
+    EXPECT_TRUE(run_command("kill -INT $$").is_interrupted());
+    EXPECT_TRUE(run_command("exit 130").is_interrupted());
+}
+
+TEST(RunCommand, knowsTheStatusWhereTheHostIgnoresItsChildren) {
+    const SignalHandling ignored(SIGCHLD, SIG_IGN);
+    EXPECT_EQ(run_command("exit 3").status, 3);
+    EXPECT_TRUE(ignored.is_now(SIG_IGN));
+}
+
+TEST(RunCommand, knowsTheStatusWhereTheHostTakesThoseOfAllChildren) {
+    const SignalHandling reaping(SIGCHLD, reap_everything);
+    for (int i = 0; i < 20; ++i)
+        EXPECT_EQ(run_command("exit 3").status, 3);
+    EXPECT_TRUE(reaping.is_now(reap_everything));
+}
+
+TEST(RunCommand, leavesAnInterruptToTheHost) {
+    const SignalHandling handled(SIGINT, nothing);
+    EXPECT_TRUE(run_command("kill -INT $PPID; exit 0").ok());
+    EXPECT_TRUE(handled.is_now(nothing));
+    // What the host handles, the command does not ignore.
+    EXPECT_EQ(run_command("kill -INT $$; exit 0").signal, SIGINT);
+}
+
+TEST(RunCommand, givesNoInputAndNoOtherDescriptors) {
+    const int lock = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ASSERT_GE(lock, 0);
+    const QByteArray number = QByteArray::number(lock);
+    EXPECT_FALSE(run_command("[ -e /proc/self/fd/" + number + " ]").ok());
+    ::close(lock);
+    EXPECT_FALSE(run_command("read line").ok());
+}
+
+TEST(RunCommand, putsWhatTheCommandSaysOnStandardError) {
+    testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
+    run_command("echo said");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "said\n");
+    EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+TEST(RunCommand, endsTheCommandWithThisProcess) {
+    const QTemporaryDir scratch;
+    const QByteArray mark = scratch.filePath(QStringLiteral("mark")).toLocal8Bit();
+    const pid_t child = ::fork();
+    if (child == 0) {
+        run_command("echo $$ >" + mark + "; exec sleep 100");
+        ::_exit(0);
+    }
+    QByteArray number;
+    while (!number.endsWith('\n')) {
+        ::usleep(1000);
+        number = testsupport::read_file(QString::fromLocal8Bit(mark));
+    }
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    EXPECT_TRUE(ends(number.trimmed().toInt()));
+}
+
+TEST(MissingTool, isNamedWithItsPackage) {
+    const QTemporaryDir empty;
+    const EnvironmentGuard path("PATH", empty.path().toLocal8Bit());
+    EXPECT_EQ(missing_tool("ps2pdf a b"),
+              QStringLiteral("ps2pdf is not installed; the Debian package ghostscript has it"));
+    EXPECT_EQ(missing_tool("lpr -P a b"),
+              QStringLiteral("lpr is not installed; the Debian package cups-bsd or lpr has it"));
+    testsupport::write_script(empty.filePath(QStringLiteral("lpr")), "");
+    EXPECT_EQ(missing_tool("lpr -P a b"), QString());
+}
+
+TEST(TellFailure, writesOneLineThatTellsTheTerminalNothing) {
+    testing::internal::CaptureStderr();
+    tell_failure(QStringLiteral("a\nb\x1b[2Jc\td"));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "printman: a b?[2Jc d\n");
+}
+
+TEST(CommandRun, endsWithAllThatItStartedWhenItsCallerHasEnough) {
+    const QTemporaryDir scratch;
+    const QString mark = scratch.filePath(QStringLiteral("mark"));
+    QElapsedTimer clock;
+    clock.start();
+    const CommandEnd end = run_command(
+        "sleep 100 & echo $! >" + QFile::encodeName(mark + QStringLiteral(".new")) + "; mv " +
+            QFile::encodeName(mark + QStringLiteral(".new ") + mark) + "; wait",
+        [&mark] { return !QFile::exists(mark); });
+    EXPECT_TRUE(end.is_stopped);
+    EXPECT_FALSE(end.ok());
+    EXPECT_LT(clock.elapsed(), 60000);
+    QFile file(mark);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    const int child = file.readAll().trimmed().toInt();
+    EXPECT_TRUE(ends(child));
+}
+
+TEST(CommandRun, goesOnAsLongAsItsCallerSaysSo) {
+    EXPECT_EQ(run_command("sleep 0.2; exit 7", [] { return true; }).status, 7);
+}
