@@ -4,6 +4,7 @@
 #include <printman/printer/prtsetup.h>
 #include <printman/printman_export.h>
 #include <printman/progress.h>
+#include <printman/result.h>
 #include <printman/stringitem.h>
 #include <printman/text.h>
 #include <printman/toolkit/qvaluelist.h>
@@ -125,13 +126,19 @@ public:
     /// @return 1; 0 on failure or without a page, and an earlier file is then as it was
     int write_rpt_text(const char* path);
 
-    /// Whether the last operation that wrote a file, printed, pasted, or copied the whole report
-    /// succeeded, and what went wrong in one line.
+    /// How the last operation ended that wrote a file, printed, pasted, or copied the whole report.
+    /// One that the user canceled in a dialog is no failure: it has no error.
+    const printman::Result& last_job() const;
+
+    /// Whether it has no error, and the error in one line.
     bool last_job_ok() const;
     QString last_job_error() const;
 
     /// Sets what long operations call after each page; an empty function for none.
-    void set_progress(PrintmanProgress progress);
+    void set_progress(printman::Progress progress);
+
+    /// What the operation does that calls the progress function.
+    printman::JobStage job_stage() const;
 
     // The escape fields of the page read last.
     void clear_escape_buffer();

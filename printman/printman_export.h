@@ -1,4 +1,4 @@
 #pragma once
 
 /// Marks what libprintman exports; everything else is built with hidden visibility.
-#define PRINTMAN_EXPORT __attribute__((visibility("default")))
+#define PRINTMAN_EXPORT [[gnu::visibility("default")]]

@@ -20,7 +20,7 @@ namespace printman {
 
 namespace {
 
-constexpr qsizetype most_command_bytes = 255;
+constexpr qsizetype max_command_bytes = 255;
 
 /// The current directory's name in the bytes that it has; empty when it has none any more.
 QByteArray current_directory() {
@@ -108,29 +108,30 @@ int start_command(QByteArray command) {
     return error;
 }
 
-QString warn(const QString& message) {
+Result warn(const QString& message) {
     qWarning("%s", qUtf8Printable(message));
-    return message;
+    return Result::failure(message);
 }
 
 } // namespace
 
-QString show_in_browser(const QString& text) {
+Result show_in_browser(const QString& text) {
     if (text.isEmpty())
         return warn(QStringLiteral("No data to paste!"));
     const QByteArray directory = current_directory();
     if (directory.isEmpty())
-        return QStringLiteral("the current directory is gone");
+        return Result::failure(QStringLiteral("the current directory is gone"));
     const QByteArray path = directory + "/printman0001.html";
     const QByteArray command = "dlwbrw " + shell_word(path);
-    if (command.size() > most_command_bytes)
+    if (command.size() > max_command_bytes)
         return warn(QStringLiteral("the current directory's name is too long to paste in it"));
     QStringEncoder locale_encoding(QStringConverter::System);
     if (const int error = write_file(path, locale_encoding.encode(text)))
-        return QStringLiteral("cannot write %1: %2")
-            .arg(QFile::decodeName(path), qt_error_string(error));
+        return Result::failure(QStringLiteral("cannot write %1: %2")
+                                   .arg(QFile::decodeName(path), qt_error_string(error)));
     if (const int error = start_command(command))
-        return QStringLiteral("cannot start the browser: %1").arg(qt_error_string(error));
+        return Result::failure(
+            QStringLiteral("cannot start the browser: %1").arg(qt_error_string(error)));
     return {};
 }
 

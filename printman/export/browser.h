@@ -1,5 +1,7 @@
 #pragma once
 
+#include <printman/result.h>
+
 #include <QString>
 
 namespace printman {
@@ -16,8 +18,8 @@ namespace printman {
 /// An empty text and a directory whose name makes the command longer than 255 bytes are warned of
 /// with qWarning().
 ///
-/// @return empty, or why no browser was started; an earlier file is then as it was, unless it was
+/// @return a failure when no browser was started; an earlier file is then as it was, unless it was
 ///         the shell that could not be started, or an earlier file that was written again
-QString show_in_browser(const QString& text);
+Result show_in_browser(const QString& text);
 
 } // namespace printman

@@ -29,13 +29,16 @@ QString columned_text(const QValueList<StringItem>& items) {
     return line;
 }
 
-QString write_page_text(std::span<const QValueList<StringItem>> rows, OutputFile& out) {
+Result write_page_text(std::span<const QValueList<StringItem>> rows, OutputFile& out) {
     for (const QValueList<StringItem>& row : rows) {
         const QByteArray bytes = columned_text(row).toLatin1() + '\n';
-        if (!out.write(bytes.constData(), bytes.size()))
-            break;
+        Result written = out.write(bytes.constData(), bytes.size());
+        if (!written.ok()) {
+            out.discard();
+            return written;
+        }
     }
-    return out.commit() ? QString() : out.error();
+    return out.commit();
 }
 
 } // namespace printman

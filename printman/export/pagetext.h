@@ -1,5 +1,6 @@
 #pragma once
 
+#include <printman/result.h>
 #include <printman/stringitem.h>
 #include <printman/toolkit/qvaluelist.h>
 
@@ -19,8 +20,7 @@ QString columned_text(const QValueList<StringItem>& items);
 
 /// Writes a page's lines to @p out, which is open, as Latin-1, each ended by a line feed, and
 /// completes the file.
-///
-/// @return empty, or why it failed; an earlier file is then as it was
-QString write_page_text(std::span<const QValueList<StringItem>> rows, OutputFile& out);
+/// On failure an earlier file is as it was.
+Result write_page_text(std::span<const QValueList<StringItem>> rows, OutputFile& out);
 
 } // namespace printman

@@ -7,7 +7,7 @@
 
 #include <cstring>
 
-// The door's part for where a report goes.
+// The facade's functions for where a report goes.
 
 using namespace printman;
 

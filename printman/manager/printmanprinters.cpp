@@ -7,7 +7,7 @@
 
 #include <string>
 
-// The door's part for printers: the host's lists, their ids, and what the setup file says of them.
+// The facade's functions for printers: the host's lists, ids, and what the setup file says.
 
 using namespace printman;
 
@@ -15,7 +15,7 @@ namespace {
 
 constexpr size_t text_size = 128;
 constexpr size_t paper_text_size = 80;
-constexpr qsizetype longest_path = 255;
+constexpr qsizetype max_path = 255;
 
 template <typename Value>
 void store(Value* output, const Value& value) {
@@ -138,7 +138,7 @@ int CPrintMan::get_prt_id(const char* key, char* buffer, int size) {
         return 0;
     std::memset(buffer, 0, static_cast<size_t>(size));
     const QByteArray path = QFile::encodeName(get_prtini_path());
-    if (path.isEmpty() || path.size() > longest_path)
+    if (path.isEmpty() || path.size() > max_path)
         return 0;
     return GetPrivateProfileString("printer", key, "", buffer, size, path.constData());
 }

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <printman/export/reporttext.h>
 #include <printman/output/reportjob.h>
 #include <printman/printer/printerlookup.h>
 #include <printman/printer/setupfile.h>
 #include <printman/printman.h>
+#include <printman/progress.h>
 #include <printman/render/pageunits.h>
 #include <printman/render/screenview.h>
 #include <printman/report/escapetable.h>
@@ -12,6 +14,7 @@
 #include <printman/report/reportbuffer.h>
 #include <printman/select/highlights.h>
 #include <printman/select/screensearch.h>
+#include <printman/system/fixednames.h>
 #include <printman/system/outputfile.h>
 #include <printman/toolkit/psprinter.h>
 
@@ -19,9 +22,11 @@
 
 #include <memory>
 
-/// What the door owns: one of each.
+/// What the facade owns: one of each, and what needs several of them.
 class CPrintMan::Private {
 public:
+    class RunningJob;
+
     // Zeroed, the record says that nothing was chosen yet.
     PrintDest dest{};
 
@@ -37,6 +42,8 @@ public:
     printman::ScreenSearch screen_search{screen, rows, highlights};
     printman::SearchCycle search;
     QPoint press; ///< where the mouse button went down; (0, 0) when it is no drag
+    int cell_width = 0;
+    int cell_height = 0;
 
     printman::HostPrinters host_printers;
     printman::UnixPrinters unix_printers;
@@ -45,34 +52,36 @@ public:
 
     printman::Watermark watermark;
     bool has_watermark = false;
-    QString server_ps;              ///< the PostScript file of the last server job
-    QString job_output;             ///< the output file that a job gave the printer last
-    printman::FixedNames tmp_names; ///< held while files of ours stand there
+    QString server_ps;                ///< the PostScript file of the last server job
+    QString job_output;               ///< the output file that a job gave the printer last
+    printman::FixedNames fixed_names; ///< held while files of ours stand there
 
-    PrintmanProgress progress;
-    QString job_error;
-    bool canceled = false; ///< by the progress function, in the last operation
-    int jobs = 0;          ///< that work with the report and let the host's events be handled
-    int cell_width = 0;
-    int cell_height = 0;
+    std::shared_ptr<printman::JobControl> control = std::make_shared<printman::JobControl>();
+    printman::Result last_job;
+    int jobs = 0; ///< that work with the report and let the host's events be handled
 
     void make_printer();
-    bool start_report(const std::string& name);
+    printman::Result check_printer() const;
+    bool is_printing() const;
     bool printing_aborted() const;
-    void write_text(printman::OutputFile& out);
+
+    bool start_report(const std::string& name);
+    int init_buffer(int new_cell_width, int new_cell_height);
+    bool load_page(int request);
+    void load_rows();
     void add_marker(int row, const printman::MarkerParse& parse);
     bool show_loaded_page(bool is_another);
-    QString append_pages(CPrintMan& door, QString& html);
+
+    printman::Result save_report(QWidget* parent, const char* path);
+    printman::Result write_report(const char* path);
+    printman::Result append_pages(QString& html);
+
     printman::LoadedReport loaded_report() { return {report, fields, rows}; }
-    std::function<bool()> goes_on(int pages_done);
-    printman::PdfPipeline pipeline(const CPrintMan& door);
-    int run_pipeline(const CPrintMan& door,
-                     const std::function<QString(printman::PdfPipeline&)>& operation);
-    bool is_printing() const;
-    void name_document(const CPrintMan& door);
-    printman::ReportJob print_job(CPrintMan& door);
-    QPainter* start(CPrintMan& door, const printman::PainterSetup& setup);
-    bool has_printer();
-    int note(const printman::JobEnd& end);
-    int note(const QString& error);
+
+    QPainter* start_painter(CPrintMan& manager, const printman::PainterSetup& setup);
+
+    /// Keeps how an operation ended.
+    ///
+    /// @return 1 when it is done, else 0
+    int note(const printman::Result& result);
 };

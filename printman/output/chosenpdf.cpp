@@ -10,18 +10,19 @@ namespace printman {
 
 namespace {
 
-QString or_unknown(const QString& why) {
-    return why.isEmpty() ? QStringLiteral("the PDF cannot be written") : why;
+Result write_failure(const QString& reason) {
+    return Result::failure(reason.isEmpty() ? QStringLiteral("the PDF cannot be written") : reason);
 }
 
 } // namespace
 
-QString
+Result
 make_chosen_pdf(const PsPrinter& printer,
-                const std::function<QString(QPainter& painter, QPagedPaintDevice& device)>& paint) {
+                const std::function<Result(QPainter& painter, QPagedPaintDevice& device)>& paint) {
     OutputFile out;
-    if (!out.open(printer.outputFileName()))
-        return out.error();
+    Result opened = out.open(printer.outputFileName());
+    if (!opened.ok())
+        return opened;
     QPdfWriter pdf(out.device());
     pdf.setResolution(printer.resolution());
     pdf.setPageLayout(printer.pageLayout());
@@ -29,12 +30,13 @@ make_chosen_pdf(const PsPrinter& printer,
     pdf.setCreator(printer.creator());
     QPainter painter;
     if (!painter.begin(&pdf))
-        return or_unknown(out.device()->errorString());
-    QString why = paint(painter, pdf);
+        return write_failure(out.device()->errorString());
+    Result painted = paint(painter, pdf);
     const bool is_ended = painter.end();
-    if (!why.isEmpty())
-        return why;
-    return is_ended && out.commit() ? QString() : or_unknown(out.error());
+    if (!painted.ok())
+        return painted;
+    const Result written = out.commit();
+    return is_ended && written.ok() ? Result() : write_failure(written.error());
 }
 
 } // namespace printman

@@ -14,8 +14,9 @@ JobTurn::~JobTurn() {
     --jobs_under_way;
 }
 
-QString busy_printing() {
-    return QStringLiteral("another report is being printed");
+Result JobTurn::check() const {
+    return is_first_ ? Result()
+                     : Result::failure(QStringLiteral("another report is being printed"));
 }
 
 } // namespace printman

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QString>
+#include <printman/result.h>
 
 namespace printman {
 
@@ -13,14 +13,11 @@ public:
     JobTurn(const JobTurn&) = delete;
     JobTurn& operator=(const JobTurn&) = delete;
 
-    /// Whether there was no other job when this one began.
-    bool is_first() const { return is_first_; }
+    /// A failure when there was another job when this one began.
+    Result check() const;
 
 private:
     bool is_first_;
 };
-
-/// What a job answers whose turn it is not.
-QString busy_printing();
 
 } // namespace printman

@@ -1,4 +1,5 @@
 #include <printman/output/chosenpdf.h>
+#include <printman/output/jobmessages.h>
 #include <printman/output/pageprint.h>
 #include <printman/printer/hostservices.h>
 #include <printman/render/itempainter.h>
@@ -17,10 +18,6 @@
 namespace printman {
 
 namespace {
-
-QString or_unknown(const QString& why) {
-    return why.isEmpty() ? QStringLiteral("the page cannot be printed") : why;
-}
 
 /// The upright style of @p family that is nearest to @p weight. The dialog looks for a style by its
 /// name, and takes any other, an italic one too, in the place of one that the family lacks.
@@ -52,8 +49,8 @@ public:
 
     void set_font(const QFont& font) { font_ = font; }
 
-    QString on_printer(PsPrinter& printer);
-    QString on_pdf(const PsPrinter& printer);
+    Result on_printer(PsPrinter& printer);
+    Result on_pdf(const PsPrinter& printer);
 
 private:
     void paint(QPainter& p);
@@ -74,12 +71,12 @@ void PagePrint::paint(QPainter& p) {
     ItemPainter(p, units).draw_page(rows_);
 }
 
-QString PagePrint::on_printer(PsPrinter& printer) {
+Result PagePrint::on_printer(PsPrinter& printer) {
     if (printer.printerState() == QPrinter::Active || printer.printerState() == QPrinter::Aborted)
-        return QStringLiteral("the printer has not ended another job");
+        return Result::failure(QStringLiteral("the printer has not ended another job"));
     QPainter p;
     if (!p.begin(&printer))
-        return or_unknown(printer.errorString());
+        return printer_failure(printer);
     units_.no_page_map = is_page_map_off();
     // The host may have aborted the job when it was asked.
     const bool aborted = printer.printerState() == QPrinter::Aborted;
@@ -87,15 +84,15 @@ QString PagePrint::on_printer(PsPrinter& printer) {
         paint(p);
     const bool done = p.end() && printer.printerState() != QPrinter::Error;
     if (aborted)
-        return QStringLiteral("canceled");
-    return done ? QString() : or_unknown(printer.errorString());
+        return Result::canceled();
+    return done ? Result() : printer_failure(printer);
 }
 
-QString PagePrint::on_pdf(const PsPrinter& printer) {
+Result PagePrint::on_pdf(const PsPrinter& printer) {
     return make_chosen_pdf(printer, [this](QPainter& p, QPagedPaintDevice& /*device*/) {
         units_.no_page_map = is_page_map_off();
         paint(p);
-        return QString();
+        return Result();
     });
 }
 
@@ -125,10 +122,10 @@ std::optional<QFont> choose_font(QWidget* parent, const QFont& first) {
     return font;
 }
 
-QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,
-                             PageUnits& units, const PrintedPage& page) {
+Result print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,
+                            PageUnits& units, const PrintedPage& page) {
     if (!parent || printer.expired())
-        return {};
+        return Result::declined();
     const QPointer<QWidget> window = parent;
     // Both may go while a dialog is open; the caller's own reference may go with its owner.
     // NOLINTNEXTLINE(performance-unnecessary-copy-initialization)
@@ -136,11 +133,11 @@ QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& pr
     PagePrint print(page, units);
     const bool is_set_up = chosen.lock()->setup(parent);
     if (!is_set_up || !window || chosen.expired())
-        return {};
+        return Result::declined();
     const std::optional<QFont> font = choose_font(parent, first_print_font());
     const std::shared_ptr<PsPrinter> kept = chosen.lock();
     if (!font || !window || !kept)
-        return {};
+        return Result::declined();
     print.set_font(*font);
     return kept->isPdfChosen() ? print.on_pdf(*kept) : print.on_printer(*kept);
 }

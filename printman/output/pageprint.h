@@ -1,11 +1,11 @@
 #pragma once
 
 #include <printman/render/pageunits.h>
+#include <printman/result.h>
 #include <printman/stringitem.h>
 #include <printman/toolkit/qvaluelist.h>
 
 #include <QFont>
-#include <QString>
 
 #include <memory>
 #include <optional>
@@ -46,9 +46,8 @@ std::optional<QFont> choose_font(QWidget* parent, const QFont& first);
 /// @param printer keeps what was chosen
 /// @param units   its margins are kept clear; the page map is set on or off in it, as the host's
 ///                setting NOPAGEMAP says, once both dialogs have been accepted
-/// @return empty, also when a dialog was cancelled, or why nothing was printed; an earlier output
-///         file is then as it was
-QString print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,
-                             PageUnits& units, const PrintedPage& page);
+/// @return declined when a dialog was canceled; on failure an earlier output file is as it was
+Result print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,
+                            PageUnits& units, const PrintedPage& page);
 
 } // namespace printman

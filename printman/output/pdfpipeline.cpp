@@ -19,11 +19,15 @@ QString name_of(const char16_t* name) {
     return QString::fromUtf16(name);
 }
 
-/// Tells what is in the way before any step could tell it.
-QString told(const QString& why) {
-    if (!why.isEmpty() && why != canceled())
-        tell_failure(why);
-    return one_line(why);
+/// Reports what is in the way before any step could do so.
+Result reported(const Result& result) {
+    if (!result.ok() && !result.is_canceled())
+        report_failure(result.error());
+    return result;
+}
+
+Result no_such_file(const QString& name) {
+    return Result::file_failure(name, QStringLiteral("there is no such file"));
 }
 
 } // namespace
@@ -35,22 +39,22 @@ WatermarkPlace PdfPipeline::place() const {
 }
 
 /// Takes the right to the fixed names and claims these of them.
-QString PdfPipeline::take(const QStringList& files) {
-    QString why = names_.take(goes_on_);
+Result PdfPipeline::take(const QStringList& files) {
+    Result taken = names_.take(control_);
     for (const QString& name : files)
-        if (why.isEmpty())
-            why = claim_scratch_name(QFile::encodeName(name));
-    return why;
+        if (taken.ok())
+            taken = claim_scratch_name(QFile::encodeName(name));
+    return taken;
 }
 
 QStringList PdfPipeline::watermark_files() const {
     return mark_ ? QStringList{name_of(tmp_watermark_ps), name_of(tmp_watermark)} : QStringList();
 }
 
-QString PdfPipeline::claim(PdfPurpose purpose) {
+Result PdfPipeline::claim(PdfPurpose purpose) {
     QStringList files = watermark_files();
     if (purpose == PdfPurpose::serve)
-        return files.isEmpty() ? QString() : take(files);
+        return files.isEmpty() ? Result() : take(files);
     files << name_of(tmp_ps) << name_of(tmp_pdf);
     if (mark_ && !form_.isEmpty())
         files << name_of(tmp_over);
@@ -59,47 +63,48 @@ QString PdfPipeline::claim(PdfPurpose purpose) {
     return take(files);
 }
 
-QString PdfPipeline::run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh) {
-    StepRunner runner([this] { return paint_watermark(); }, fresh, goes_on_);
+Result PdfPipeline::run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh) {
+    StepRunner runner(
+        control_, [this] { return paint_watermark(); }, fresh);
     return runner.run(pdf_steps(purpose, place(), form_, files, printer_.printerName()));
 }
 
-/// Tells why a job ends before its steps; nothing is left of what was painted for it.
-QString PdfPipeline::told_without_ps(const QString& why) {
+/// Reports why a job ends before its steps; nothing is left of what was painted for it.
+Result PdfPipeline::reported_without_ps(const Result& failure) {
     if (names_.is_held())
         remove_own(name_of(tmp_ps));
-    return told(why);
+    return reported(failure);
 }
 
-QString PdfPipeline::create(QString& result) {
+Result PdfPipeline::create(QString& result) {
     result.clear();
     const FixedNamesUse in_use(names_);
-    const QString refused = claim(PdfPurpose::create);
-    if (!refused.isEmpty())
-        return told_without_ps(refused);
+    const Result claimed = claim(PdfPurpose::create);
+    if (!claimed.ok())
+        return reported_without_ps(claimed);
     PdfNames files{.ps = name_of(tmp_ps),
                    .pdf = name_of(tmp_pdf),
                    .over = name_of(tmp_over),
                    .result = {},
                    .watermark = name_of(tmp_watermark)};
     if (!QFile::exists(files.ps))
-        return files.ps + QStringLiteral(": there is no such file");
+        return no_such_file(files.ps);
     ScratchSet made;
-    const QString why = made.create({{"cp", 0666}}, goes_on_);
-    if (!why.isEmpty())
-        return told_without_ps(why);
+    const Result named = made.create({{"cp", "pdf", 0666}}, control_);
+    if (!named.ok())
+        return reported_without_ps(named);
     files.result = result = made.name(0);
-    QString failure = run(PdfPurpose::create, files, made.names());
-    if (!failure.isEmpty())
+    Result done = run(PdfPurpose::create, files, made.names());
+    if (!done.ok())
         remove_own(result);
-    return failure;
+    return done;
 }
 
-QString PdfPipeline::print() {
+Result PdfPipeline::print() {
     const FixedNamesUse in_use(names_);
-    const QString refused = claim(PdfPurpose::print);
-    if (!refused.isEmpty())
-        return told_without_ps(refused);
+    const Result claimed = claim(PdfPurpose::print);
+    if (!claimed.ok())
+        return reported_without_ps(claimed);
     return run(PdfPurpose::print,
                {.ps = name_of(tmp_ps),
                 .pdf = name_of(tmp_pdf),
@@ -109,57 +114,57 @@ QString PdfPipeline::print() {
                {});
 }
 
-QString PdfPipeline::serve(const QString& ps) {
+Result PdfPipeline::serve(const QString& ps) {
     if (!QFileInfo(ps).isFile())
-        return told(ps.isEmpty() ? QStringLiteral("there was no server job yet")
-                                 : ps + QStringLiteral(": there is no such file"));
+        return reported(ps.isEmpty()
+                            ? Result::failure(QStringLiteral("there was no server job yet"))
+                            : no_such_file(ps));
     const FixedNamesUse in_use(names_);
-    const QString refused = claim(PdfPurpose::serve);
-    if (!refused.isEmpty())
-        return told(refused);
+    const Result claimed = claim(PdfPurpose::serve);
+    if (!claimed.ok())
+        return reported(claimed);
     ScratchSet made;
-    const QString why = made.create({{"kv", 0600}, {"kvo", 0600}, {"kvo2", 0600}}, goes_on_);
-    if (!why.isEmpty())
-        return told(why);
-    QString failure = run(PdfPurpose::serve,
-                          {.ps = ps,
-                           .pdf = made.name(0),
-                           .over = made.name(1),
-                           .result = made.name(2),
-                           .watermark = name_of(tmp_watermark)},
-                          made.names());
+    const Result named =
+        made.create({{"kv", "pdf", 0600}, {"kvo", "pdf", 0600}, {"kvo2", "pdf", 0600}}, control_);
+    if (!named.ok())
+        return reported(named);
+    Result done = run(PdfPurpose::serve,
+                      {.ps = ps,
+                       .pdf = made.name(0),
+                       .over = made.name(1),
+                       .result = made.name(2),
+                       .watermark = name_of(tmp_watermark)},
+                      made.names());
     remove_own(made.name(2));
-    return failure;
+    return done;
 }
 
-QString PdfPipeline::convert(const QString& pdf) {
+Result PdfPipeline::convert(const QString& pdf) {
     const FixedNamesUse in_use(names_);
-    const QString refused = take({name_of(tmp_ps)});
-    if (!refused.isEmpty())
-        return told(refused);
-    const QString foreign = claim_scratch_name(QFile::encodeName(pdf));
-    if (!foreign.isEmpty())
-        return told(foreign);
+    Result claimed = take({name_of(tmp_ps)});
+    if (claimed.ok())
+        claimed = claim_scratch_name(QFile::encodeName(pdf));
+    if (!claimed.ok())
+        return reported(claimed);
     FileBackup earlier(pdf);
-    if (!earlier.error().isEmpty())
-        return told(earlier.error());
-    QString failure = StepRunner({}, {}, goes_on_)
-                          .run({{.kind = PdfStep::Kind::run,
-                                 .command = ps2pdf_command(name_of(tmp_ps), pdf),
-                                 .from = {},
-                                 .to = pdf}});
-    if (failure.isEmpty())
+    if (!earlier.result().ok())
+        return reported(earlier.result());
+    Result done = StepRunner(control_).run({{.kind = PdfStep::Kind::run,
+                                             .command = ps2pdf_command(name_of(tmp_ps), pdf),
+                                             .from = {},
+                                             .to = pdf}});
+    if (done.ok())
         earlier.drop();
-    return failure;
+    return done;
 }
 
-QString PdfPipeline::make_watermark() {
+Result PdfPipeline::make_watermark() {
     const FixedNamesUse in_use(names_);
-    const QString refused = take({name_of(tmp_watermark_ps), name_of(tmp_watermark)});
-    return refused.isEmpty() ? paint_watermark() : told(refused);
+    const Result taken = take({name_of(tmp_watermark_ps), name_of(tmp_watermark)});
+    return taken.ok() ? paint_watermark() : reported(taken);
 }
 
-QString PdfPipeline::paint_watermark() {
+Result PdfPipeline::paint_watermark() {
     const QString ps = name_of(tmp_watermark_ps);
     const QPageLayout::Orientation orientation = printer_.pageLayout().orientation();
     printer_.setPrinterName(printer_.printerName());
@@ -173,8 +178,9 @@ QString PdfPipeline::paint_watermark() {
     }
     printer_.setPageOrientation(orientation);
     if (!done)
-        return told(QStringLiteral("cannot paint the watermark: ") + printer_.errorString());
-    return StepRunner({}, {}, goes_on_).run(watermark_steps(ps, name_of(tmp_watermark)));
+        return reported(Result::failure(QStringLiteral("cannot paint the watermark: ") +
+                                        printer_.errorString()));
+    return StepRunner(control_).run(watermark_steps(ps, name_of(tmp_watermark)));
 }
 
 } // namespace printman

@@ -1,209 +1,50 @@
 #include <printman/output/chosenpdf.h>
 #include <printman/output/jobfont.h>
+#include <printman/output/jobmessages.h>
 #include <printman/output/jobturn.h>
 #include <printman/output/reportjob.h>
+#include <printman/output/scratchset.h>
 #include <printman/output/steprunner.h>
 #include <printman/printer/paths.h>
-#include <printman/system/commandrun.h>
+#include <printman/report/reportfailure.h>
 #include <printman/system/filebackup.h>
-#include <printman/system/fixednames.h>
 #include <printman/system/scratchname.h>
 #include <printman/toolkit/psprinter.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QMessageBox>
 #include <QPainter>
 
 namespace printman {
 
 namespace {
 
-QString name_of(const char16_t* name) {
-    return QString::fromUtf16(name);
-}
-
-JobEnd ended(const QString& error) {
-    return {error.isEmpty(), error};
-}
-
-JobEnd cancelled() {
-    return {};
-}
-
-QString not_found(const QString& printer_id) {
-    return QStringLiteral("Can not find report printer '%1'").arg(printer_id);
-}
-
-QString or_unknown(const QString& why) {
-    return why.isEmpty() ? QStringLiteral("the report cannot be printed") : why;
-}
-
-bool can_ask() {
-    return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
-}
-
-QString no_one_to_ask() {
-    return QStringLiteral("there is no display to ask the user on");
-}
-
-void show_message(QWidget* parent, const QString& text) {
-    // It goes with its parent.
-    const QPointer<QMessageBox> box =
-        new QMessageBox(QMessageBox::Information, QStringLiteral("Talvine Thinclient Message"),
-                        text, QMessageBox::Ok, parent);
-    box->setTextFormat(Qt::PlainText);
-    box->exec();
-    delete box;
-}
-
-bool is_same_file(const QString& a, const QString& b) {
-    const QString canonical = QFileInfo(a).canonicalFilePath();
-    return a == b || (!canonical.isEmpty() && canonical == QFileInfo(b).canonicalFilePath());
+/// The text file of a job that the user waits for.
+QString local_text_file() {
+    return QDir::currentPath() + QStringLiteral("/pgeneric.out");
 }
 
 } // namespace
 
-/// Why no job can begin now; else empty.
-QString ReportJob::refusal(bool generic) const {
+/// Whether a job can begin now.
+Result ReportJob::check_ready(bool generic) const {
     const QPrinter::PrinterState state = tools_.printer.printerState();
     if (state == QPrinter::Active || state == QPrinter::Aborted)
-        return QStringLiteral("the printer has not ended another job");
+        return Result::failure(QStringLiteral("the printer has not ended another job"));
     // Plain text is made of the report file, whether it was indexed or not.
     const ReportBuffer& report = tools_.source.report;
-    return generic || (report.geometry().known() && report.page_count() > 0)
-               ? QString()
-               : QStringLiteral("the report has no pages");
+    const bool has_pages = report.geometry().known() && report.page_count() > 0;
+    return generic || has_pages ? Result() : no_pages();
 }
 
 /// Whether it has been ended while a dialog was open.
 bool ReportJob::is_over(const DialogParent& parent) const {
-    return tools_.is_canceled || parent.is_gone();
+    return tools_.control.is_canceled() || parent.is_gone();
 }
 
-std::unique_ptr<QPainter> ReportJob::start(const PainterSetup& setup, QString& why) {
-    PsPrinter& printer = tools_.printer;
-    why = refusal(true);
-    const bool to_scratch = !setup.file && tools_.pdf_mode;
-    if (why.isEmpty() && to_scratch)
-        why = tools_.pipeline.claim(PdfPurpose::print);
-    if (!why.isEmpty()) {
-        if (to_scratch)
-            tools_.names.release();
-        return nullptr;
-    }
-    set_output(to_scratch ? name_of(tmp_ps) : setup.file ? *setup.file : QString(), to_scratch);
-    if (setup.devmode)
-        set_job(printer, setup.printer, *setup.devmode);
-    else
-        printer.setPrinterName(setup.printer);
-    if (setup.margins)
-        set_sheet_margins(printer, *setup.margins);
-    auto painter = std::make_unique<QPainter>();
-    if (painter->begin(&printer))
-        return painter;
-    why = or_unknown(printer.errorString());
-    if (to_scratch)
-        tools_.names.release();
-    return nullptr;
-}
-
-/// Paints the report as text or as pages; the painter stays open.
-QString ReportJob::paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages) {
-    if (tools_.is_canceled)
-        return canceled();
-    ReportPainter report(tools_.source, device, painter);
-    report.is_aborted = [this] {
-        return tools_.is_canceled || tools_.printer.printerState() == QPrinter::Aborted;
-    };
-    if (pages.with_events)
-        report.before_page = [] { QCoreApplication::processEvents(); };
-    report.progress = tools_.progress;
-    QString why = pages.generic ? paint_text(report, pages)
-                                : report.paint_pages(pages.font, tools_.units, pages.printed);
-    tools_.is_canceled = tools_.is_canceled || report.is_stopped;
-    return why;
-}
-
-/// Makes the report's text file, prints it as often as wanted and removes it.
-QString ReportJob::paint_text(ReportPainter& report, const Pages& pages) {
-    if (QDir::currentPath().isEmpty())
-        return QStringLiteral("the current directory is no longer there");
-    // The name is the same for all jobs in this directory.
-    FileLock lock;
-    QString why = lock.take_current_directory(FileLock::usual_patience, tools_.goes_on);
-    if (!why.isEmpty())
-        return why;
-    const QByteArray name = QFile::encodeName(pages.text_file);
-    const int fd = create_scratch_file(name, why);
-    if (fd < 0)
-        return why;
-    ::close(fd);
-    why = tools_.save_text(pages.parent, pages.text_file);
-    const ReportBuffer& source = tools_.source.report;
-    const int lines = source.geometry().lines;
-    report.text_pages = pages.printed.pages_of(source.page_count());
-    for (int copy = 0; copy < pages.printed.copies && why.isEmpty(); ++copy)
-        why = report.paint_text(name.constData(), lines);
-    remove_own(pages.text_file);
-    return why;
-}
-
-/// Paints on the printer and ends its job, which is dropped unless all was painted.
-QString ReportJob::paint_on_printer(QPainter& painter, const Pages& pages) {
-    PsPrinter& printer = tools_.printer;
-    QString why = paint(painter, printer, pages);
-    const bool has_failed = printer.printerState() == QPrinter::Error;
-    if (!why.isEmpty())
-        printer.abort();
-    const bool is_ended = painter.end() && printer.printerState() != QPrinter::Error;
-    if (has_failed || (why.isEmpty() && !is_ended))
-        why = or_unknown(printer.errorString());
-    return why;
-}
-
-JobEnd ReportJob::print(QWidget* parent, const char* printer_id, PrintedCopies printed,
-                        bool must_ask) {
-    const JobTurn turn;
-    if (!turn.is_first())
-        return ended(busy_printing());
-    tools_.is_canceled = false;
-    if (must_ask || !printer_id || !*printer_id)
-        return print_as_chosen(parent, printed);
-    const auto record = find_printer(get_prtbin_path(), printer_id);
-    return record ? print_by_record(parent, *record, printed)
-                  : ended(not_found(text_of(printer_id)));
-}
-
-JobEnd ReportJob::print_by_record(QWidget* parent, const PrinterRecord& record,
-                                  PrintedCopies printed) {
-    const bool generic = is_generic(record.name);
-    QString why = refusal(generic);
-    if (!why.isEmpty())
-        return ended(why);
-    const FixedNamesUse in_use(tools_.names);
-    const PageMargins margins = tools_.units.margins = usable_margins(record.margins);
-    const auto painter = start({.printer = record.name,
-                                .devmode = generic ? nullptr : &record.devmode,
-                                .file = nullptr,
-                                .margins = tools_.pdf_mode ? &margins : nullptr},
-                               why);
-    if (!painter)
-        return ended(why);
-    const bool to_pdf = tools_.pdf_mode;
-    QCoreApplication::processEvents();
-    why = paint_on_printer(*painter,
-                           {.generic = generic,
-                            .font = report_font(record.font),
-                            .printed = printed,
-                            .with_events = true,
-                            .parent = parent,
-                            .text_file = QDir::currentPath() + QStringLiteral("/pgeneric.out")});
-    if (why.isEmpty() && to_pdf)
-        why = tools_.pipeline.print();
-    return ended(why);
+void ReportJob::start_control() {
+    tools_.control.start(0, tools_.source.report.page_count());
 }
 
 void ReportJob::set_output(const QString& file, bool is_scratch) {
@@ -214,46 +55,171 @@ void ReportJob::set_output(const QString& file, bool is_scratch) {
     tools_.output = file;
 }
 
-JobEnd ReportJob::print_as_chosen(QWidget* parent, PrintedCopies printed) {
-    const QString why = can_ask() ? refusal(true) : no_one_to_ask();
-    if (!why.isEmpty())
-        return ended(why);
+Result ReportJob::start(const PainterSetup& setup, std::unique_ptr<QPainter>& painter) {
+    PsPrinter& printer = tools_.printer;
+    const bool to_scratch = !setup.file && tools_.pdf_mode;
+    Result ready = check_ready(true);
+    if (ready.ok() && to_scratch)
+        ready = tools_.pipeline.claim(PdfPurpose::print);
+    if (ready.ok()) {
+        set_output(to_scratch   ? QString::fromUtf16(tmp_ps)
+                   : setup.file ? *setup.file
+                                : QString(),
+                   to_scratch);
+        if (setup.devmode)
+            set_job(printer, setup.printer, *setup.devmode);
+        else
+            printer.setPrinterName(setup.printer);
+        if (setup.margins)
+            set_sheet_margins(printer, *setup.margins);
+        painter = std::make_unique<QPainter>();
+        if (painter->begin(&printer))
+            return {};
+        painter.reset();
+        ready = printer_failure(printer);
+    }
+    if (to_scratch)
+        tools_.names.release();
+    return ready;
+}
+
+/// Paints the report as text or as pages; the painter stays open.
+Result ReportJob::paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages) {
+    if (tools_.control.is_canceled())
+        return Result::canceled();
+    ReportPainter report(tools_.source, device, painter, tools_.control);
+    report.is_aborted = [this] { return tools_.printer.printerState() == QPrinter::Aborted; };
+    if (pages.with_events)
+        report.before_page = [] { QCoreApplication::processEvents(); };
+    return pages.generic ? paint_text(report, pages)
+                         : report.paint_pages(pages.font, tools_.units, pages.printed);
+}
+
+/// Makes an empty file for the report's text.
+///
+/// @param lock taken where the name is the same for all jobs in the current directory
+Result ReportJob::make_text_file(const Pages& pages, FileLock& lock, QString& name) {
+    if (QDir::currentPath().isEmpty())
+        return Result::failure(QStringLiteral("the current directory is no longer there"));
+    if (pages.text_file.isEmpty()) {
+        ScratchSet made;
+        Result created = made.create({{"gen", "out", 0600}}, tools_.control);
+        name = created.ok() ? made.name(0) : QString();
+        return created;
+    }
+    name = pages.text_file;
+    Result locked = lock.take_current_directory(tools_.control);
+    return locked.ok() ? create_scratch_file(QFile::encodeName(name)) : locked;
+}
+
+/// Makes the report's text file, prints it as often as wanted and removes it.
+Result ReportJob::paint_text(ReportPainter& report, const Pages& pages) {
+    FileLock lock;
+    QString name;
+    Result made = make_text_file(pages, lock, name);
+    if (!made.ok())
+        return made;
+    Result painted = tools_.save_text(pages.parent, name);
+    const ReportBuffer& source = tools_.source.report;
+    const int lines = source.geometry().lines;
+    report.text_pages = pages.printed.pages_of(source.page_count());
+    for (int copy = 0; copy < pages.printed.copies && painted.ok(); ++copy)
+        painted = report.paint_text(QFile::encodeName(name).constData(), lines);
+    remove_own(name);
+    return painted;
+}
+
+/// Paints on the printer and ends its job, which is dropped unless all was painted.
+Result ReportJob::paint_on_printer(QPainter& painter, const Pages& pages) {
+    PsPrinter& printer = tools_.printer;
+    Result painted = paint(painter, printer, pages);
+    const bool has_failed = printer.printerState() == QPrinter::Error;
+    if (!painted.ok())
+        printer.abort();
+    const bool is_ended = painter.end() && printer.printerState() != QPrinter::Error;
+    return has_failed || (painted.ok() && !is_ended) ? printer_failure(printer) : painted;
+}
+
+Result ReportJob::print(QWidget* parent, const char* printer_id, PrintedCopies printed,
+                        bool must_ask) {
+    const JobTurn turn;
+    if (!turn.check().ok())
+        return turn.check();
+    start_control();
+    if (must_ask || !printer_id || !*printer_id)
+        return print_as_chosen(parent, printed);
+    const auto record = find_printer(get_prtbin_path(), printer_id);
+    return record ? print_by_record(parent, *record, printed)
+                  : printer_not_found(text_of(printer_id));
+}
+
+Result ReportJob::print_by_record(QWidget* parent, const PrinterRecord& record,
+                                  PrintedCopies printed) {
+    const bool generic = is_generic(record.name);
+    Result ready = check_ready(generic);
+    if (!ready.ok())
+        return ready;
+    const FixedNamesUse in_use(tools_.names);
+    const PageMargins margins = tools_.units.margins = usable_margins(record.margins);
+    std::unique_ptr<QPainter> painter;
+    Result started = start({.printer = record.name,
+                            .devmode = generic ? nullptr : &record.devmode,
+                            .file = nullptr,
+                            .margins = tools_.pdf_mode ? &margins : nullptr},
+                           painter);
+    if (!started.ok())
+        return started;
+    const bool to_pdf = tools_.pdf_mode;
+    QCoreApplication::processEvents();
+    Result painted = paint_on_printer(*painter, {.generic = generic,
+                                                 .font = report_font(record.font),
+                                                 .printed = printed,
+                                                 .with_events = true,
+                                                 .parent = parent,
+                                                 .text_file = local_text_file()});
+    return painted.ok() && to_pdf ? tools_.pipeline.print() : painted;
+}
+
+Result ReportJob::print_as_chosen(QWidget* parent, PrintedCopies printed) {
+    Result ready = can_ask() ? check_ready(true) : no_one_to_ask();
+    if (!ready.ok())
+        return ready;
     PsPrinter& printer = tools_.printer;
     forget_output(printer, tools_.output);
     const DialogParent window(parent);
     if (!printer.setup(parent) || is_over(window))
-        return cancelled();
+        return Result::declined();
     Pages pages;
     pages.printed = {printer.copyCount(), printed.collate};
     pages.with_events = true;
     pages.parent = parent;
     // The queue of an earlier job is none that prints into a file.
     pages.generic = printer.outputFileName().isEmpty() && is_generic(printer.printerName());
-    pages.text_file = QDir::currentPath() + QStringLiteral("/pgeneric.out");
+    pages.text_file = local_text_file();
     // Copies are made by printing the pages again.
     printer.setCopyCount(1);
     if (!pages.generic) {
         const std::optional<QFont> font = choose_report_font(parent);
         if (!font || is_over(window))
-            return cancelled();
+            return Result::declined();
         pages.font = *font;
     }
-    const QString refused = refusal(pages.generic);
-    return ended(!refused.isEmpty()      ? refused
-                 : printer.isPdfChosen() ? print_to_pdf(pages)
-                                         : print_to_chosen(pages));
+    ready = check_ready(pages.generic);
+    if (!ready.ok())
+        return ready;
+    return printer.isPdfChosen() ? print_to_pdf(pages) : print_to_chosen(pages);
 }
 
-QString ReportJob::print_to_chosen(const Pages& pages) {
+Result ReportJob::print_to_chosen(const Pages& pages) {
     QPainter painter;
     if (!painter.begin(&tools_.printer))
-        return or_unknown(tools_.printer.errorString());
+        return printer_failure(tools_.printer);
     QCoreApplication::processEvents();
     return paint_on_printer(painter, pages);
 }
 
 /// Prints into the file that the user chose to become a PDF.
-QString ReportJob::print_to_pdf(const Pages& pages) {
+Result ReportJob::print_to_pdf(const Pages& pages) {
     return make_chosen_pdf(tools_.printer,
                            [this, &pages](QPainter& painter, QPagedPaintDevice& device) {
                                QCoreApplication::processEvents();
@@ -261,135 +227,49 @@ QString ReportJob::print_to_pdf(const Pages& pages) {
                            });
 }
 
-JobEnd ReportJob::serve(const char* printer_id, PrintedCopies printed, const QString& output_file,
+Result ReportJob::serve(const char* printer_id, PrintedCopies printed, const QString& output_file,
                         const QString& setup_file) {
-    tools_.is_canceled = false;
+    start_control();
     const auto record = find_printer(setup_file, printer_id);
-    const QString why =
-        record ? serve_record(*record, printed, output_file) : not_found(text_of(printer_id));
+    Result served = record ? serve_record(*record, printed, output_file)
+                           : printer_not_found(text_of(printer_id));
     remove_setup_file(setup_file);
-    return ended(why);
+    return served;
 }
 
-QString ReportJob::serve_record(const PrinterRecord& record, PrintedCopies printed,
-                                const QString& output_file) {
+Result ReportJob::serve_record(const PrinterRecord& record, PrintedCopies printed,
+                               const QString& output_file) {
     const bool generic = is_generic(record.name);
-    QString why = refusal(generic);
-    if (why.isEmpty() && output_file.isEmpty())
-        why = QStringLiteral("there is no output file");
-    if (!why.isEmpty())
-        return why;
+    Result ready = check_ready(generic);
+    if (!ready.ok())
+        return ready;
+    if (output_file.isEmpty())
+        return Result::failure(QStringLiteral("there is no output file"));
     // The PDF takes the place of the PostScript in the host's file, and both that of an earlier
     // one.
     const bool to_pdf = tools_.pdf_mode;
     FileBackup earlier(to_pdf ? output_file : QString());
-    if (!earlier.error().isEmpty())
-        return earlier.error();
+    if (!earlier.result().ok())
+        return earlier.result();
     const PageMargins margins = tools_.units.margins = usable_margins(record.margins);
-    const auto painter = start({.printer = record.name,
-                                .devmode = generic ? nullptr : &record.devmode,
-                                .file = &output_file,
-                                .margins = to_pdf ? &margins : nullptr},
-                               why);
-    if (!painter)
-        return why;
+    std::unique_ptr<QPainter> painter;
+    Result started = start({.printer = record.name,
+                            .devmode = generic ? nullptr : &record.devmode,
+                            .file = &output_file,
+                            .margins = to_pdf ? &margins : nullptr},
+                           painter);
+    if (!started.ok())
+        return started;
     Pages pages;
     pages.generic = generic;
     pages.font = report_font(record.font);
     pages.printed = printed;
-    pages.text_file =
-        get_tmpfile(QDir::currentPath(), QStringLiteral("gen"), QStringLiteral("out"));
-    why = paint_on_printer(*painter, pages);
-    if (why.isEmpty() && to_pdf)
-        why = tools_.pipeline.serve(output_file);
-    if (why.isEmpty())
+    Result done = paint_on_printer(*painter, pages);
+    if (done.ok() && to_pdf)
+        done = tools_.pipeline.serve(output_file);
+    if (done.ok())
         earlier.drop();
-    return why;
-}
-
-/// Paints all pages, at the font's own size, to the fixed PostScript name; the sheet is set up.
-QString ReportJob::paint_to_file(const QFont& font) {
-    QString why = tools_.pipeline.claim(PdfPurpose::create);
-    if (!why.isEmpty())
-        return why;
-    PsPrinter& printer = tools_.printer;
-    set_output(name_of(tmp_ps), true);
-    QPainter painter;
-    if (!painter.begin(&printer))
-        return or_unknown(printer.errorString());
-    tools_.units.no_page_map = true;
-    Pages pages;
-    pages.font = font;
-    return paint_on_printer(painter, pages);
-}
-
-JobEnd ReportJob::save_pdf(QWidget* parent, const QString& file) {
-    const JobTurn turn;
-    QString why = turn.is_first() ? refusal(false) : busy_printing();
-    if (turn.is_first())
-        tools_.is_canceled = false;
-    if (why.isEmpty() && file.isEmpty())
-        why = QStringLiteral("the path of the PDF is too long");
-    if (why.isEmpty() && !can_ask())
-        why = no_one_to_ask();
-    if (!why.isEmpty())
-        return ended(why);
-    tools_.printer.setCopyCount(1);
-    tools_.printer.setPageOrientation(QPageLayout::Portrait);
-    const DialogParent window(parent);
-    const std::optional<QFont> font = choose_report_font(parent);
-    if (!font || is_over(window))
-        return cancelled();
-    const FixedNamesUse in_use(tools_.names);
-    why = paint_to_file(*font);
-    return ended(why.isEmpty() ? tools_.pipeline.convert(file) : why);
-}
-
-JobEnd ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QString& setup_file,
-                           QString& result) {
-    const JobTurn turn;
-    QString why = turn.is_first() ? refusal(false) : busy_printing();
-    if (turn.is_first())
-        tools_.is_canceled = false;
-    PsPrinter& printer = tools_.printer;
-    if (why.isEmpty()) {
-        printer.setCopyCount(1);
-        printer.setPageOrientation(QPageLayout::Portrait);
-    }
-    const DialogParent window(parent);
-    std::optional<PrinterRecord> record;
-    if (!printer_id.isEmpty() && !setup_file.isEmpty()) {
-        record = find_printer(setup_file, printer_id.toUtf8().constData());
-        if (!record)
-            record = find_printer(setup_file, printer_id.toLatin1().constData());
-        if (!record && why.isEmpty() && can_ask())
-            show_message(parent, not_found(printer_id));
-        else if (!record && why.isEmpty())
-            why = not_found(printer_id);
-        if (!is_same_file(setup_file, get_prtbin_path()))
-            remove_setup_file(setup_file);
-        if (is_over(window))
-            return cancelled();
-    }
-    if (why.isEmpty() && !record && !can_ask())
-        why = no_one_to_ask();
-    if (!why.isEmpty())
-        return ended(why);
-    QFont font;
-    if (record) {
-        set_sheet(printer, record->devmode.orientation, record->devmode.paper_size);
-        tools_.units.margins = usable_margins(record->margins);
-        font = report_font(record->font);
-    } else {
-        const std::optional<QFont> chosen = choose_report_font(parent);
-        if (!chosen || is_over(window))
-            return cancelled();
-        font = *chosen;
-    }
-    set_sheet_margins(printer, tools_.units.margins);
-    const FixedNamesUse in_use(tools_.names);
-    why = paint_to_file(font);
-    return ended(why.isEmpty() ? tools_.pipeline.create(result) : why);
+    return done;
 }
 
 } // namespace printman

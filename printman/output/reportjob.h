@@ -22,21 +22,12 @@ struct JobTools {
     PageUnits& units; ///< its margins become those of the printer's record
     FixedNames& names;
     PdfPipeline pipeline;
-    PrintmanProgress progress;
-    std::function<bool()> goes_on; ///< asked while the job waits; may be empty
-    bool pdf_mode;                 ///< whether a printed job goes through the PDF pipeline
-    QString& output;               ///< the output file that a job gave the printer last
-    bool& is_canceled; ///< set from outside while a job runs, or by its progress function; what
-                       ///< else belongs to the manager may be gone then
+    JobControl& control; ///< a job is also canceled when the manager goes
+    bool pdf_mode;       ///< whether a printed job goes through the PDF pipeline
+    QString& output;     ///< the output file that a job gave the printer last
 
-    /// Saves the report as plain text, with a warning on the widget: empty, or why it failed.
-    std::function<QString(QWidget*, const QString&)> save_text;
-};
-
-/// How a job ended. One that the user cancelled in a dialog is not done and has no error.
-struct JobEnd {
-    bool is_done = false;
-    QString error; ///< in one line
+    /// Saves the report as plain text, with a warning on the widget where that fails.
+    std::function<Result(QWidget*, const QString&)> save_text;
 };
 
 /// Who prints to where.
@@ -69,26 +60,27 @@ public:
     /// Sets the printer up and starts its job. Without a file the output is "/tmp/korvo.ps" in PDF
     /// mode, which is then this process's until the PDF is made, else the spooler.
     ///
-    /// @param why receives why it failed; the result is then null
-    std::unique_ptr<QPainter> start(const PainterSetup& setup, QString& why);
+    /// @param painter receives the painter, null on failure
+    Result start(const PainterSetup& setup, std::unique_ptr<QPainter>& painter);
 
     /// Prints on the printer of that id in the setup file or, when that is null or empty or
     /// @p must_ask, as the user chooses; the host's events are handled between two pages.
-    JobEnd print(QWidget* parent, const char* printer_id, PrintedCopies printed, bool must_ask);
+    Result print(QWidget* parent, const char* printer_id, PrintedCopies printed, bool must_ask);
 
     /// Prints into @p output_file with the printer of that id in @p setup_file, without a dialog.
-    JobEnd serve(const char* printer_id, PrintedCopies printed, const QString& output_file,
+    /// The setup file is removed.
+    Result serve(const char* printer_id, PrintedCopies printed, const QString& output_file,
                  const QString& setup_file);
 
     /// Makes the PDF @p file in a font that the user chooses.
-    JobEnd save_pdf(QWidget* parent, const QString& file);
+    Result save_pdf(QWidget* parent, const QString& file);
 
     /// Makes a PDF in the current directory, with form and watermark, as the printer of that id in
     /// @p setup_file has it, or in a font that the user chooses. A setup file other than the
     /// standard one is removed.
     ///
     /// @param result receives the PDF's name
-    JobEnd make_pdf(QWidget* parent, const QString& printer_id, const QString& setup_file,
+    Result make_pdf(QWidget* parent, const QString& printer_id, const QString& setup_file,
                     QString& result);
 
 private:
@@ -98,21 +90,24 @@ private:
         PrintedCopies printed;
         bool with_events = false;
         QPointer<QWidget> parent;
-        QString text_file; ///< for plain text
+        QString text_file; ///< for plain text; empty for a new name in the current directory
     };
 
-    JobEnd print_by_record(QWidget* parent, const PrinterRecord& record, PrintedCopies printed);
-    JobEnd print_as_chosen(QWidget* parent, PrintedCopies printed);
-    QString print_to_chosen(const Pages& pages);
-    QString print_to_pdf(const Pages& pages);
-    QString paint_to_file(const QFont& font);
-    QString serve_record(const PrinterRecord& record, PrintedCopies printed,
-                         const QString& output_file);
-    QString paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages);
-    QString paint_text(ReportPainter& report, const Pages& pages);
-    QString paint_on_printer(QPainter& painter, const Pages& pages);
-    QString refusal(bool generic) const;
+    Result print_by_record(QWidget* parent, const PrinterRecord& record, PrintedCopies printed);
+    Result print_as_chosen(QWidget* parent, PrintedCopies printed);
+    Result print_to_chosen(const Pages& pages);
+    Result print_to_pdf(const Pages& pages);
+    Result serve_record(const PrinterRecord& record, PrintedCopies printed,
+                        const QString& output_file);
+    Result paint(QPainter& painter, QPagedPaintDevice& device, const Pages& pages);
+    Result paint_text(ReportPainter& report, const Pages& pages);
+    Result make_text_file(const Pages& pages, FileLock& lock, QString& name);
+    Result paint_on_printer(QPainter& painter, const Pages& pages);
+    void begin_pdf();
+    Result paint_to_file(const QFont& font);
+    Result check_ready(bool generic) const;
     bool is_over(const DialogParent& parent) const;
+    void start_control();
     void set_output(const QString& file, bool is_scratch);
 
     JobTools tools_;

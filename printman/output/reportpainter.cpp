@@ -2,7 +2,7 @@
 #include <printman/output/reportpainter.h>
 #include <printman/render/itempainter.h>
 #include <printman/render/textruler.h>
-#include <printman/system/commandrun.h>
+#include <printman/report/reportfailure.h>
 
 #include <QFontMetrics>
 #include <QPagedPaintDevice>
@@ -22,7 +22,7 @@ namespace printman {
 namespace {
 
 constexpr size_t line_buffer = 512;
-constexpr int most_lines = 1 << 16; // on a page without end
+constexpr int max_lines = 1 << 16; // on a page without end
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -59,8 +59,9 @@ int PrintedCopies::pages_of(int pages) const {
     return static_cast<int>(std::min<qint64>(qint64{pages} * std::max(0, copies), INT_MAX));
 }
 
-ReportPainter::ReportPainter(LoadedReport source, QPagedPaintDevice& device, QPainter& painter)
-    : source_(source), device_(device), painter_(painter) {}
+ReportPainter::ReportPainter(LoadedReport source, QPagedPaintDevice& device, QPainter& painter,
+                             JobControl& control)
+    : source_(source), device_(device), painter_(painter), control_(control) {}
 
 /// Loads a page unless it is what was loaded last.
 bool ReportPainter::load(int page) {
@@ -75,39 +76,39 @@ bool ReportPainter::load(int page) {
     return true;
 }
 
-QString ReportPainter::next_page() {
+Result ReportPainter::next_page() {
     if (aborted())
-        return canceled();
-    return device_.newPage() ? QString() : QStringLiteral("the printer takes no further page");
+        return Result::canceled();
+    return device_.newPage() ? Result()
+                             : Result::failure(QStringLiteral("the printer takes no further page"));
 }
 
-QString ReportPainter::paint_page(int page, bool is_first) {
+Result ReportPainter::paint_page(int page, bool is_first) {
     if (before_page)
         before_page();
     if (aborted())
-        return canceled();
+        return Result::canceled();
     if (!load(page))
-        return QStringLiteral("cannot read page %1 of the report").arg(page);
-    QString why = is_first ? QString() : next_page();
-    if (!why.isEmpty())
-        return why;
+        return unreadable_page(page);
+    Result turned = is_first ? Result() : next_page();
+    if (!turned.ok())
+        return turned;
     ItemPainter(painter_, units_).draw_page(source_.rows.rows());
-    return tell_progress();
+    return report_page();
 }
 
-/// Tells that another page is done.
-QString ReportPainter::tell_progress() {
+/// Reports that another page is done.
+Result ReportPainter::report_page() {
     if (done_ < INT_MAX)
         ++done_;
-    is_stopped = progress && !progress(done_, total_);
-    return is_stopped || aborted() ? canceled() : QString();
+    return control_.pages_done(done_, total_) && !aborted() ? Result() : Result::canceled();
 }
 
-QString ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCopies printed) {
+Result ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCopies printed) {
     const PageGeometry geometry = source_.report.geometry();
     const int pages = source_.report.page_count();
     if (!geometry.known() || pages == 0)
-        return QStringLiteral("the report has no pages");
+        return no_pages();
     units_ = units;
     units_.margins = margins_within(units.margins, inches_of(device_));
     painter_.setFont(font);
@@ -121,22 +122,20 @@ QString ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCo
     for (int round = 0; round < rounds; ++round) {
         for (int page = 1; page <= pages; ++page) {
             for (int time = 0; time < times; ++time) {
-                QString why = paint_page(page, is_first);
-                if (!why.isEmpty())
-                    return why;
+                Result painted = paint_page(page, is_first);
+                if (!painted.ok())
+                    return painted;
                 is_first = false;
             }
         }
     }
-    return source_.report.has_shrunk()
-               ? QStringLiteral("the report became shorter while it was read")
-               : QString();
+    return check_still_whole(source_.report);
 }
 
-QString ReportPainter::paint_text(const char* file, int page_lines) {
+Result ReportPainter::paint_text(const char* file, int page_lines) {
     const auto in = open_text(file);
     if (!in)
-        return QStringLiteral("cannot open the text file");
+        return Result::failure(QStringLiteral("cannot open the text file"));
     total_ = std::max(done_, text_pages);
     const int line_height = painter_.fontMetrics().height();
     std::array<char, line_buffer> line{};
@@ -144,19 +143,20 @@ QString ReportPainter::paint_text(const char* file, int page_lines) {
     while (std::fgets(line.data(), line.size(), in.get())) {
         if (std::strcmp(line.data(), "\n") != 0)
             painter_.drawText(0, n * line_height, drawn_line(line.data()));
-        n = std::min(n + 1, most_lines);
+        n = std::min(n + 1, max_lines);
         if (n != page_lines)
             continue;
         n = 0;
         if (before_page)
             before_page();
-        QString why = next_page();
-        if (why.isEmpty() && done_ < total_)
-            why = tell_progress();
-        if (!why.isEmpty())
-            return why;
+        Result turned = next_page();
+        if (turned.ok() && done_ < total_)
+            turned = report_page();
+        if (!turned.ok())
+            return turned;
     }
-    return std::ferror(in.get()) ? QStringLiteral("cannot read the text file") : QString();
+    return std::ferror(in.get()) ? Result::failure(QStringLiteral("cannot read the text file"))
+                                 : Result();
 }
 
 } // namespace printman

@@ -5,9 +5,9 @@
 #include <printman/report/escapetable.h>
 #include <printman/report/pagerows.h>
 #include <printman/report/reportbuffer.h>
+#include <printman/result.h>
 
 #include <QFont>
-#include <QString>
 
 #include <functional>
 
@@ -36,46 +36,39 @@ struct PrintedCopies {
 class ReportPainter {
 public:
     /// @param device that @p painter paints on
-    ReportPainter(LoadedReport source, QPagedPaintDevice& device, QPainter& painter);
+    /// @param control hears of each printed page
+    ReportPainter(LoadedReport source, QPagedPaintDevice& device, QPainter& painter,
+                  JobControl& control);
 
     /// What to do before each page; it may turn the report's pages, which then are turned back.
     std::function<void()> before_page;
 
-    /// Whether someone has ended the job.
+    /// Whether someone has ended the device's job.
     std::function<bool()> is_aborted;
 
-    /// Called after each printed page.
-    PrintmanProgress progress;
-
-    /// Pages that paint_text() has to print in all, for the progress function.
+    /// Pages that paint_text() has to print in all, for the job control.
     int text_pages = 0;
 
-    /// Set when the progress function has stopped the job.
-    bool is_stopped = false;
-
     /// Paints every page in @p font, and a copy of @p units decides where; its margins count as far
-    /// as they leave room on the page.
-    ///
-    /// @return empty, or why not all was painted; the device's job is then to be aborted
-    QString paint_pages(const QFont& font, PageUnits units, PrintedCopies printed);
+    /// as they leave room on the page. On failure the device's job is to be aborted.
+    Result paint_pages(const QFont& font, PageUnits units, PrintedCopies printed);
 
     /// Paints the lines of a text file in @p painter's font from the page's top left on, the first
     /// line's foot at its edge; after @p page_lines lines, if that is not 0, comes another page,
     /// also after the last.
-    ///
-    /// @return empty, or why not all was painted
-    QString paint_text(const char* file, int page_lines);
+    Result paint_text(const char* file, int page_lines);
 
 private:
-    QString paint_page(int page, bool is_first);
-    QString next_page();
-    QString tell_progress();
+    Result paint_page(int page, bool is_first);
+    Result next_page();
+    Result report_page();
     bool load(int page);
-    bool aborted() const { return is_aborted && is_aborted(); }
+    bool aborted() const { return control_.is_canceled() || (is_aborted && is_aborted()); }
 
     LoadedReport source_;
     QPagedPaintDevice& device_;
     QPainter& painter_;
+    JobControl& control_;
     PageUnits units_;
     int loaded_page_ = 0;
     unsigned loads_ = 0;

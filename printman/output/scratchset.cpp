@@ -13,28 +13,28 @@ namespace printman {
 
 namespace {
 
-constexpr int most_attempts = 10;
+constexpr int max_attempts = 10;
 
 } // namespace
 
-QString ScratchSet::create(const std::vector<Part>& parts, const std::function<bool()>& goes_on) {
+Result ScratchSet::create(const std::vector<Part>& parts, JobControl& control) {
     const QString directory = QDir::currentPath();
     if (directory.isEmpty() || !QDir::isAbsolutePath(directory))
-        return QStringLiteral("the current directory is no longer there");
+        return Result::failure(QStringLiteral("the current directory is no longer there"));
     FileLock lock;
-    QString busy = lock.take_current_directory(FileLock::usual_patience, goes_on);
-    if (!busy.isEmpty())
-        return busy;
+    Result locked = lock.take_current_directory(control);
+    if (!locked.ok())
+        return locked;
     int error = EEXIST;
-    for (int attempt = 0; attempt < most_attempts && error == EEXIST; ++attempt) {
+    for (int attempt = 0; attempt < max_attempts && error == EEXIST; ++attempt) {
         names_.clear();
         for (const Part& part : parts)
             names_ << get_tmpfile(directory, QString::fromLatin1(part.prefix),
-                                  QStringLiteral("pdf"));
+                                  QString::fromLatin1(part.extension));
         if (make_files(parts, error))
             return {};
     }
-    return directory + QStringLiteral(": ") + qt_error_string(error);
+    return Result::file_failure(directory, qt_error_string(error));
 }
 
 bool ScratchSet::make_files(const std::vector<Part>& parts, int& error) {

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <printman/progress.h>
+#include <printman/result.h>
+
 #include <QStringList>
 
-#include <functional>
 #include <sys/types.h>
 #include <vector>
 
@@ -14,14 +16,15 @@ class ScratchSet {
 public:
     struct Part {
         const char* prefix;
+        const char* extension;
         mode_t mode; ///< permissions, less the process's mask
     };
 
-    /// Makes an empty file for each part, "<prefix><number>.pdf".
+    /// Makes an empty file for each part, "<prefix><number>.<extension>". On failure no file is
+    /// left.
     ///
-    /// @param goes_on asked while another job names files there: false ends the wait; may be empty
-    /// @return empty, or why not; no file is left then
-    QString create(const std::vector<Part>& parts, const std::function<bool()>& goes_on = {});
+    /// @param control asked while another job names files there
+    Result create(const std::vector<Part>& parts, JobControl& control);
 
     /// The names, with the directory's.
     const QStringList& names() const { return names_; }

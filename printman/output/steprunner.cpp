@@ -32,26 +32,29 @@ struct FileState {
 };
 
 /// A tool takes the place of the shell, so that its own end is known and it ends with this process.
-CommandEnd run_step(const QByteArray& command, const std::function<bool()>& goes_on) {
+CommandResult run_step(const QByteArray& command, JobControl& control) {
     const bool is_tool = !package_of(command_tool(command)).isEmpty();
-    return run_command(is_tool ? "exec " + command : command, goes_on);
+    return run_command(is_tool ? "exec " + command : command,
+                       control.is_watched() ? &control : nullptr);
 }
 
-QString copy_file(const QString& from, const QString& to) {
+Result copy_file(const QString& from, const QString& to) {
     QFile in(from);
     if (!in.open(QIODevice::ReadOnly))
-        return in.errorString();
+        return Result::failure(in.errorString());
     OutputFile out;
-    if (!out.open(to))
-        return out.error();
-    while (!in.atEnd()) {
+    Result copied = out.open(to);
+    while (copied.ok() && !in.atEnd()) {
         const QByteArray piece = in.read(copied_at_once);
         if (piece.isEmpty())
-            return in.errorString();
-        if (!out.write(piece.constData(), piece.size()))
-            return out.error();
+            return Result::failure(in.errorString());
+        copied = out.write(piece.constData(), piece.size());
     }
-    return out.commit() ? QString() : out.error();
+    return copied.ok() ? out.commit() : copied;
+}
+
+Result not_made(const QString& name) {
+    return Result::file_failure(name, QStringLiteral("was not made"));
 }
 
 } // namespace
@@ -75,39 +78,37 @@ void remove_own(const QString& name) {
         ::unlink(QFile::encodeName(name).constData());
 }
 
-QString move_file(const QString& from, const QString& to) {
+Result move_file(const QString& from, const QString& to) {
     const FileState target(to);
     QString name = to;
     if (target.exists && S_ISLNK(target.status.st_mode))
         name = QFileInfo(to).canonicalFilePath();
     const FileState earlier(name);
     if (name.isEmpty() || (earlier.exists && !earlier.is_file()))
-        return to + QStringLiteral(": is no file that can be replaced");
+        return Result::file_failure(to, QStringLiteral("is no file that can be replaced"));
     const QByteArray source = QFile::encodeName(from);
     if (earlier.exists)
         ::chmod(source.constData(), earlier.status.st_mode & permissions);
     if (::rename(source.constData(), QFile::encodeName(name).constData()) == 0)
         return {};
     if (errno != EXDEV)
-        return to + QStringLiteral(": ") + qt_error_string(errno);
-    const QString why = copy_file(from, name);
-    if (!why.isEmpty())
-        return to + QStringLiteral(": ") + why;
+        return Result::file_failure(to, qt_error_string(errno));
+    const Result copied = copy_file(from, name);
+    if (!copied.ok())
+        return Result::file_failure(to, copied.error());
     ::unlink(source.constData());
     return {};
 }
 
-StepRunner::StepRunner(MakeWatermark make_watermark, QStringList fresh,
-                       std::function<bool()> goes_on)
-    : make_watermark_(std::move(make_watermark)), fresh_(std::move(fresh)),
-      goes_on_(std::move(goes_on)) {}
+StepRunner::StepRunner(JobControl& control, MakeWatermark make_watermark, QStringList fresh)
+    : control_(control), make_watermark_(std::move(make_watermark)), fresh_(std::move(fresh)) {}
 
-QString StepRunner::run(const std::vector<PdfStep>& steps) {
-    failure_.clear();
+Result StepRunner::run(const std::vector<PdfStep>& steps) {
+    result_ = {};
     stopped_ = false;
     for (const PdfStep& step : steps)
         do_step(step);
-    return failure_;
+    return result_;
 }
 
 void StepRunner::do_step(const PdfStep& step) {
@@ -122,7 +123,7 @@ void StepRunner::do_step(const PdfStep& step) {
         run_tool(step);
         break;
     case PdfStep::Kind::make_watermark:
-        note(make_watermark_ ? make_watermark_() : QString());
+        note(make_watermark_ ? make_watermark_() : Result());
         break;
     case PdfStep::Kind::rename:
         rename(step);
@@ -135,77 +136,65 @@ void StepRunner::do_step(const PdfStep& step) {
     }
 }
 
-void StepRunner::note(const QString& why) {
-    if (failure_.isEmpty())
-        failure_ = why;
+void StepRunner::note(const Result& step) {
+    if (result_.ok())
+        result_ = step;
 }
 
-void StepRunner::tell(const QString& why) {
-    tell_failure(why);
-    note(one_line(why));
+void StepRunner::report(const Result& step) {
+    if (!step.ok() && !step.is_canceled())
+        report_failure(step.error());
+    note(step);
 }
 
 /// Makes the name that a tool is to write safe and its file empty.
 bool StepRunner::prepare(const QString& name) {
     if (name.isEmpty() || fresh_.contains(name))
         return true;
-    QString why;
-    const int fd = create_scratch_file(QFile::encodeName(name), why);
-    if (fd >= 0) {
-        ::close(fd);
-        return true;
-    }
-    tell(why);
-    stopped_ = true;
-    return false;
+    const Result created = create_scratch_file(QFile::encodeName(name));
+    report(created);
+    stopped_ = !created.ok();
+    return created.ok();
 }
 
 void StepRunner::run_tool(const PdfStep& step) {
     const QString missing = missing_tool(step.command);
     if (!missing.isEmpty()) {
-        tell(missing);
+        report(Result::failure(missing));
         if (!step.to.isEmpty())
             remove_own(step.to);
         return;
     }
     if (!prepare(step.to))
         return;
-    const CommandEnd end = run_step(step.command, goes_on_);
+    const CommandResult command = run_step(step.command, control_);
     const bool made = step.to.isEmpty() || is_made(step.to);
-    if (end.ok() && made)
+    if (command.ok() && made)
         return;
-    if (end.is_stopped)
-        note(canceled());
-    else
-        tell(end.ok()
-                 ? u'\'' + QFile::decodeName(step.command) + QStringLiteral("' made no whole file")
-                 : describe_failure(step.command, end));
-    stopped_ = end.is_stopped || end.is_interrupted();
+    report(command.ok() ? tool_failure(step.command, QStringLiteral("produced an incomplete file"))
+                        : command_failure(step.command, command));
+    stopped_ = command.is_canceled || command.is_interrupted();
     if (!step.to.isEmpty())
         remove_own(step.to);
 }
 
 void StepRunner::rename(const PdfStep& step) {
     if (!is_made(step.from)) {
-        note(step.from + QStringLiteral(": was not made"));
+        note(not_made(step.from));
         return;
     }
-    QString why = claim_scratch_name(QFile::encodeName(step.to));
-    if (why.isEmpty() && ::rename(QFile::encodeName(step.from).constData(),
-                                  QFile::encodeName(step.to).constData()) != 0)
-        why = step.to + QStringLiteral(": ") + qt_error_string(errno);
-    if (!why.isEmpty())
-        tell(why);
+    Result renamed = claim_scratch_name(QFile::encodeName(step.to));
+    if (renamed.ok() && ::rename(QFile::encodeName(step.from).constData(),
+                                 QFile::encodeName(step.to).constData()) != 0)
+        renamed = Result::file_failure(step.to, qt_error_string(errno));
+    report(renamed);
 }
 
 void StepRunner::move(const PdfStep& step) {
-    if (!is_made(step.from)) {
-        note(step.from + QStringLiteral(": was not made"));
-        return;
-    }
-    const QString why = move_file(step.from, step.to);
-    if (!why.isEmpty())
-        tell(why);
+    if (is_made(step.from))
+        report(move_file(step.from, step.to));
+    else
+        note(not_made(step.from));
 }
 
 } // namespace printman

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <printman/output/pdfsteps.h>
+#include <printman/progress.h>
+#include <printman/result.h>
 
 #include <QStringList>
 
@@ -8,24 +10,25 @@
 
 namespace printman {
 
-/// Runs the steps of a PDF job. What fails is told once, on standard error, and the job goes on as
-/// far as its steps have something to work on; but nothing older or broken is taken for what a step
-/// was to make, nothing is written through a link that someone left at a scratch name, and after an
-/// interrupt, or where another user's file stands in the way, only the removing is done.
+/// Runs the steps of a PDF job. What fails is reported once, on standard error, and the job goes on
+/// as far as its steps have something to work on; but nothing older or broken is taken for what a
+/// step was to make, nothing is written through a link that someone left at a scratch name, and
+/// after an interrupt, or where another user's file stands in the way, only the removing is done.
 class StepRunner {
 public:
-    /// Paints the watermark's page and makes its PDF: empty, or what failed and has been told.
-    using MakeWatermark = std::function<QString()>;
+    /// Paints the watermark's page and makes its PDF; a failure has been reported.
+    using MakeWatermark = std::function<Result()>;
 
+    /// @param control        asked while a tool works; when it says to stop, the tool is killed,
+    /// and
+    ///                       all but the removing is left out
     /// @param make_watermark for the step of that name; may be empty where there is none
     /// @param fresh          files that were made anew, and empty, for this job
-    /// @param goes_on        asked while a tool works: false stops it, and all but the removing is
-    ///                       left out; may be empty
-    explicit StepRunner(MakeWatermark make_watermark = {}, QStringList fresh = {},
-                        std::function<bool()> goes_on = {});
+    explicit StepRunner(JobControl& control, MakeWatermark make_watermark = {},
+                        QStringList fresh = {});
 
-    /// @return empty when every step was done, else the first failure in one line
-    QString run(const std::vector<PdfStep>& steps);
+    /// @return the first failure
+    Result run(const std::vector<PdfStep>& steps);
 
 private:
     void do_step(const PdfStep& step);
@@ -33,13 +36,13 @@ private:
     void rename(const PdfStep& step);
     void move(const PdfStep& step);
     bool prepare(const QString& name);
-    void note(const QString& why);
-    void tell(const QString& why);
+    void note(const Result& step);
+    void report(const Result& step);
 
+    JobControl& control_;
     MakeWatermark make_watermark_;
     QStringList fresh_;
-    std::function<bool()> goes_on_;
-    QString failure_;
+    Result result_; ///< the first failure
     bool stopped_ = false;
 };
 
@@ -53,7 +56,7 @@ void remove_own(const QString& name);
 /// and keeps its permissions, and stays as it was on failure. Copies where the two are on different
 /// file systems.
 ///
-/// @return empty, or why it failed
-QString move_file(const QString& from, const QString& to);
+/// On failure @p from stays.
+Result move_file(const QString& from, const QString& to);
 
 } // namespace printman

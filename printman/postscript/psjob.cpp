@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cstring>
 #include <vector>
 
 namespace printman {
@@ -45,7 +44,7 @@ bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
     setup_ = setup;
     std::string directory;
     if (setup.output_file.isEmpty()) {
-        sink_ = make_spooler_sink(setup.printer_name, setup.copies, setup.collate, setup.goes_on);
+        sink_ = make_spooler_sink(setup.printer_name, setup.copies, setup.collate, setup.control);
     } else {
         sink_ = setup.is_scratch ? make_scratch_sink(setup.output_file)
                                  : make_file_sink(setup.output_file);
@@ -53,29 +52,27 @@ bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
         if (!target.exists() || target.isFile())
             directory = QFile::encodeName(target.absolutePath()).toStdString();
     }
-    if (!sink_ok(sink_->open()))
+    if (!succeeds(sink_->open()) || !succeeds(spool_.open(directory)))
         return false;
-    if (const int error = spool_.open(directory))
-        return fail(QString::fromLocal8Bit(std::strerror(error)));
     // Written at once, so that a target that takes nothing fails the job before it is painted. A
     // spooler that has nothing yet forgets a job that is dropped.
-    if (!setup.output_file.isEmpty() && !sink_ok(sink_->write(first_line)))
+    if (!setup.output_file.isEmpty() && !succeeds(sink_->write(first_line)))
         return false;
     first_size_ = paper_points(layout);
     start_page(layout);
     return true;
 }
 
-bool PsJob::fail(const QString& why) {
-    if (!failed_) {
-        failed_ = true;
-        error_ = why;
+/// Whether a step of the job succeeds; the first that does not ends the job.
+bool PsJob::succeeds(const Result& step) {
+    if (result_.ok() && !step.ok()) {
+        result_ = step;
         if (sink_)
             sink_->discard();
         spool_.close();
         stream_.clear();
     }
-    return false;
+    return step.ok();
 }
 
 void PsJob::start_page(const QPageLayout& layout) {
@@ -108,9 +105,7 @@ void PsJob::end_page() {
 
 bool PsJob::new_page(const QPageLayout& layout) {
     end_page();
-    if (!failed_)
-        sink_ok(sink_->alive());
-    if (failed_)
+    if (!result_.ok() || !succeeds(sink_->check()))
         return false;
     start_page(layout);
     return true;
@@ -122,10 +117,8 @@ void PsJob::settle() {
 }
 
 void PsJob::spool() {
-    if (!failed_) {
-        if (const int error = spool_.write(stream_.text()))
-            fail(QString::fromLocal8Bit(std::strerror(error)));
-    }
+    if (result_.ok())
+        succeeds(spool_.write(stream_.text()));
     stream_.clear();
 }
 
@@ -170,37 +163,37 @@ void PsJob::write_setup(PsStream& out) const {
 }
 
 bool PsJob::copy_pages() {
-    if (const int error = spool_.rewind())
-        return fail(QString::fromLocal8Bit(std::strerror(error)));
+    if (!succeeds(spool_.rewind()))
+        return false;
     std::vector<char> block(spool_block);
     for (;;) {
-        const long n = spool_.read(block.data(), block.size());
-        if (n < 0)
-            return fail(QString::fromLocal8Bit(std::strerror(static_cast<int>(-n))));
-        if (n == 0)
+        size_t size = block.size();
+        if (!succeeds(spool_.read(block.data(), size)))
+            return false;
+        if (size == 0)
             return true;
-        if (!sink_ok(sink_->write({block.data(), static_cast<size_t>(n)})))
+        if (!succeeds(sink_->write({block.data(), size})))
             return false;
     }
 }
 
 bool PsJob::end() {
-    if (failed_)
+    if (!result_.ok())
         return false;
     end_page();
-    if (failed_)
+    if (!result_.ok())
         return false;
     PsStream head;
     if (setup_.output_file.isEmpty())
         head << first_line;
     write_head(head);
     write_setup(head);
-    return sink_ok(sink_->write(head.text())) && copy_pages() &&
-           sink_ok(sink_->write("%%Trailer\nend\n%%EOF\n")) && sink_ok(sink_->close());
+    return succeeds(sink_->write(head.text())) && copy_pages() &&
+           succeeds(sink_->write("%%Trailer\nend\n%%EOF\n")) && succeeds(sink_->close());
 }
 
 void PsJob::discard() {
-    if (sink_ && !failed_)
+    if (sink_ && result_.ok())
         sink_->discard();
     spool_.close();
     stream_.clear();

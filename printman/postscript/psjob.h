@@ -8,7 +8,6 @@
 
 #include <QPageLayout>
 
-#include <functional>
 #include <memory>
 
 namespace printman {
@@ -28,8 +27,8 @@ struct PsJobSetup {
     bool collate = true;
     int resolution = 600; ///< device pixels an inch
 
-    /// Asked while the spooler is waited for: false drops the job; may be empty.
-    std::function<bool()> goes_on;
+    /// Asked while the spooler is waited for.
+    std::shared_ptr<JobControl> control = std::make_shared<JobControl>();
 };
 
 /// A print job: a PostScript document being written.
@@ -39,28 +38,20 @@ struct PsJobSetup {
 /// number and a full disk shows while they are painted.
 class PsJob : public PageDocument {
 public:
-    /// Opens the output and the spool and starts the first page.
-    ///
-    /// @return false when that fails; error() says why
+    /// Opens the output and the spool and starts the first page. Failures of the job, here and
+    /// below, are in result().
     bool begin(const PsJobSetup& setup, const QPageLayout& layout);
 
-    /// Ends the page and starts another.
-    ///
-    /// @return false when the job has failed
+    /// Ends the page and starts another: false when the job has failed.
     bool new_page(const QPageLayout& layout);
 
-    /// Completes the document.
-    ///
-    /// @return false when the job failed, then or before; nothing is left of it
+    /// Completes the document: false when the job failed, then or before. Nothing is left of it.
     bool end();
 
     /// Drops the job.
     void discard();
 
-    /// Ends the job as failed, for the reason @p why, unless it has failed before.
-    ///
-    /// @return false
-    bool fail(const QString& why) override;
+    bool fail(const QString& error) override { return succeeds(Result::failure(error)); }
 
     PsPage& page() override { return page_; }
     FontSet& fonts() override { return fonts_; }
@@ -68,11 +59,11 @@ public:
     /// Moves what the page holds to the spool when it has become much.
     void settle() override;
 
-    bool failed() const { return failed_; }
-    QString error() const { return error_; }
+    /// A failure once the job has failed.
+    const Result& result() const { return result_; }
 
 private:
-    bool sink_ok(bool done) { return done || fail(sink_->error()); }
+    bool succeeds(const Result& step);
     void start_page(const QPageLayout& layout);
     void end_page();
     void spool();
@@ -89,8 +80,7 @@ private:
     QSize first_size_; ///< of the paper, in points
     QSize box_;        ///< of the largest page, in points
     int pages_ = 0;
-    bool failed_ = false;
-    QString error_;
+    Result result_;
 };
 
 } // namespace printman

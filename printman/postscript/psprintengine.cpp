@@ -186,11 +186,11 @@ int PsPrintEngine::metric(QPaintDevice::PaintDeviceMetric id) const {
 }
 
 QPrinter::PrinterState PsPrintEngine::printerState() const {
-    return state_ == QPrinter::Active && job_->failed() ? QPrinter::Error : state_;
+    return state_ == QPrinter::Active && !job_->result().ok() ? QPrinter::Error : state_;
 }
 
-QString PsPrintEngine::error() const {
-    return job_ && job_->failed() ? job_->error() : error_;
+const Result& PsPrintEngine::result() const {
+    return job_ && !job_->result().ok() ? job_->result() : result_;
 }
 
 PsJob* PsPrintEngine::document() {
@@ -203,7 +203,7 @@ bool PsPrintEngine::begin() {
     job_ = std::make_unique<PsJob>();
     const bool ok = job_->begin(setup_, layout_);
     state_ = ok ? QPrinter::Active : QPrinter::Error;
-    error_ = job_->error();
+    result_ = job_->result();
     if (!ok)
         job_.reset();
     return ok;
@@ -214,7 +214,7 @@ bool PsPrintEngine::newPage() {
         return false;
     if (job_->new_page(layout_))
         return true;
-    error_ = job_->error();
+    result_ = job_->result();
     state_ = QPrinter::Error;
     return false;
 }
@@ -231,7 +231,7 @@ bool PsPrintEngine::end() {
     bool ok = false;
     if (state_ == QPrinter::Active) {
         ok = job_->end();
-        error_ = job_->error();
+        result_ = job_->result();
         state_ = ok ? QPrinter::Idle : QPrinter::Error;
     } else if (state_ == QPrinter::Aborted) {
         state_ = QPrinter::Idle;

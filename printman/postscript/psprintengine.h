@@ -33,10 +33,11 @@ public:
 
     /// Says that the output file is a fixed scratch name, until another is set.
     void set_scratch_output() { setup_.is_scratch = true; }
-    void set_goes_on(std::function<bool()> goes_on) { setup_.goes_on = std::move(goes_on); }
+    void set_control(std::shared_ptr<JobControl> control) { setup_.control = std::move(control); }
 
     const QPageLayout& layout() const { return layout_; }
-    QString error() const;
+    /// A failure when the last job failed.
+    const Result& result() const;
 
 private:
     void set_orientation(QPageLayout::Orientation orientation);
@@ -49,7 +50,7 @@ private:
     QHash<int, QVariant> carried_; ///< settings that the document does not depend on
     std::unique_ptr<PsJob> job_;
     QPrinter::PrinterState state_ = QPrinter::Idle;
-    QString error_;
+    Result result_;
 };
 
 } // namespace printman

@@ -107,8 +107,8 @@ void PsPrinter::setScratchFileName(const QString& path) {
         d->print_engine.set_scratch_output();
 }
 
-void PsPrinter::setGoesOn(std::function<bool()> goesOn) {
-    d->print_engine.set_goes_on(std::move(goesOn));
+void PsPrinter::setJobControl(const std::shared_ptr<printman::JobControl>& control) {
+    d->print_engine.set_control(control ? control : std::make_shared<printman::JobControl>());
 }
 
 void PsPrinter::setOutputFormat(OutputFormat) {}
@@ -152,5 +152,9 @@ bool PsPrinter::isPdfChosen() const {
 }
 
 QString PsPrinter::errorString() const {
-    return d->print_engine.error();
+    return d->print_engine.result().error();
+}
+
+printman::Result PsPrinter::lastJob() const {
+    return d->print_engine.result();
 }

@@ -5,9 +5,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 
 #include <array>
+#include <cstdlib>
 #include <string>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -85,4 +89,19 @@ char* get_pdffile_name() {
 char* get_formfile_name() {
     static PathBuffer buffer;
     return scratch_name(buffer, "/korvoform.pdf");
+}
+
+// In bytes, as the host says them: not every name is text in the locale's encoding.
+std::string printman::new_report_name() {
+    const char* const dir = setting("TMPDIR");
+    PathBuffer current{};
+    const std::string start = dir                                        ? dir
+                              : ::getcwd(current.data(), current.size()) ? current.data()
+                                                                         : "/tmp";
+    std::string name;
+    struct stat status {};
+    do {
+        name = start + "/rpt" + std::to_string(QRandomGenerator::global()->bounded(RAND_MAX));
+    } while (::lstat(name.c_str(), &status) == 0);
+    return name;
 }

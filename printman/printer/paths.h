@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <string>
+
 // Where the library's files are. Each function asks the host for a setting of "dlwmenu.ini",
 // section "env", and adds the file name to what it says, as it says it; without the setting it is
 // the current directory, and an empty text where that no longer exists. No function creates a file.
@@ -38,3 +40,11 @@ PRINTMAN_EXPORT char* get_pdffile_name();
 
 /// The same for "korvoform.pdf", in a buffer of its own.
 PRINTMAN_EXPORT char* get_formfile_name();
+
+namespace printman {
+
+/// A new name for a report file, "rpt" and a random number, in the directory TMPDIR, else in the
+/// current one, or /tmp where that no longer exists. Nothing has that name yet.
+std::string new_report_name();
+
+} // namespace printman

@@ -1,5 +1,6 @@
 #include <printman/system/childstatus.h>
 #include <printman/system/commandrun.h>
+#include <printman/system/externaltool.h>
 #include <printman/text.h>
 
 #include <QFile>
@@ -20,7 +21,7 @@ constexpr int shell_missing = 127;
 constexpr int shell_signal_base = 128; // a shell's status for a command that a signal ended
 constexpr int milliseconds = 1000;     // in the unit of usleep
 constexpr int between_looks = 5;       // milliseconds
-constexpr int looks_a_question = 10;
+constexpr int looks_per_question = 10;
 
 /// While it lives, no handler of the host takes the status of a child away.
 class ChildSignalHold {
@@ -69,14 +70,14 @@ pid_t wait_for(pid_t child, int& status, int options) {
     return ended;
 }
 
-/// Waits for the child, a process group of its own, as long as @p goes_on says so.
-pid_t watch(pid_t child, int& status, const std::function<bool()>& goes_on, bool& is_stopped) {
+/// Waits for the child, a process group of its own, until @p control says to stop.
+pid_t watch(pid_t child, int& status, JobControl& control, bool& is_canceled) {
     for (int look = 1;; ++look) {
         const pid_t ended = wait_for(child, status, WNOHANG);
         if (ended != 0)
             return ended;
-        if (look % looks_a_question == 0 && !goes_on()) {
-            is_stopped = true;
+        if (look % looks_per_question == 0 && !control.keep_going(JobStage::tool)) {
+            is_canceled = true;
             // It may not have come to its group yet.
             ::kill(child, SIGKILL);
             ::kill(-child, SIGKILL);
@@ -88,65 +89,57 @@ pid_t watch(pid_t child, int& status, const std::function<bool()>& goes_on, bool
 
 } // namespace
 
-bool CommandEnd::is_interrupted() const {
+bool CommandResult::is_interrupted() const {
     for (const int interrupt : {SIGINT, SIGQUIT})
         if (signal == interrupt || status == shell_signal_base + interrupt)
             return true;
     return false;
 }
 
-CommandEnd run_command(const QByteArray& command, const std::function<bool()>& goes_on) {
-    CommandEnd end;
+CommandResult run_command(const QByteArray& command, JobControl* control) {
+    CommandResult result;
     const ChildStatusGuard guard;
     const ChildSignalHold hold;
     const pid_t parent = ::getpid();
     const pid_t child = ::fork();
     if (child == 0)
-        become_shell(command.constData(), parent, hold.old(), goes_on != nullptr);
+        become_shell(command.constData(), parent, hold.old(), control != nullptr);
     if (child < 0) {
-        end.trouble = QStringLiteral("cannot be started: ") + qt_error_string(errno);
-        return end;
+        result.error = QStringLiteral("cannot be started: ") + qt_error_string(errno);
+        return result;
     }
     int status = 0;
-    if (goes_on)
+    if (control)
         ::setpgid(child, child);
     const pid_t ended =
-        goes_on ? watch(child, status, goes_on, end.is_stopped) : wait_for(child, status, 0);
+        control ? watch(child, status, *control, result.is_canceled) : wait_for(child, status, 0);
     if (ended < 0)
-        end.trouble = QStringLiteral("ended with a status that was lost");
+        result.error = QStringLiteral("ended with a status that was lost");
     else if (WIFSIGNALED(status))
-        end.signal = WTERMSIG(status);
+        result.signal = WTERMSIG(status);
     else
-        end.status = WEXITSTATUS(status);
-    return end;
+        result.status = WEXITSTATUS(status);
+    return result;
 }
 
-QString describe_failure(const QByteArray& command, const CommandEnd& end) {
-    const QString name = u'\'' + QFile::decodeName(command) + QStringLiteral("' ");
-    if (!end.trouble.isEmpty())
-        return one_line(name + end.trouble);
-    return one_line(name) + (end.signal != 0
-                                 ? QStringLiteral("was ended by signal %1").arg(end.signal)
-                                 : QStringLiteral("failed with status %1").arg(end.status));
+Result command_failure(const QByteArray& command, const CommandResult& result) {
+    if (result.is_canceled)
+        return Result::canceled();
+    QString end = result.error;
+    if (end.isEmpty())
+        end = result.signal != 0 ? QStringLiteral("was ended by signal %1").arg(result.signal)
+                                 : QStringLiteral("failed with status %1").arg(result.status);
+    return tool_failure(command, end);
 }
 
-QString one_line(const QString& text) {
-    QString line = text;
-    for (QChar& c : line) {
-        if (c == u'\n' || c == u'\t' || c == u'\r')
-            c = u' ';
-        else if (c.category() == QChar::Other_Control)
-            c = u'?';
-    }
-    return line;
+Result tool_failure(const QByteArray& command, const QString& end) {
+    const QString line = u'\'' + QFile::decodeName(command) + QStringLiteral("' ") + end;
+    return Result::tool_failure(QFile::decodeName(command_tool(command)), one_line(end),
+                                one_line(line));
 }
 
-QString canceled() {
-    return QStringLiteral("canceled");
-}
-
-void tell_failure(const QString& why) {
-    DLWErrorWin(("printman: " + QFile::encodeName(one_line(why))).constData());
+void report_failure(const QString& error) {
+    DLWErrorWin(("printman: " + QFile::encodeName(one_line(error))).constData());
 }
 
 } // namespace printman

@@ -14,7 +14,7 @@ FileBackup::FileBackup(const QString& name) {
     if (!named.exists())
         return;
     if (!named.isFile()) {
-        error_ = name + QStringLiteral(": is no file that can be replaced");
+        result_ = Result::file_failure(name, QStringLiteral("is no file that can be replaced"));
         return;
     }
     name_ = named.canonicalFilePath();
@@ -25,7 +25,7 @@ FileBackup::FileBackup(const QString& name) {
         return;
     QFile file(name_);
     if (!file.copy(second_)) {
-        error_ = name + QStringLiteral(": ") + file.errorString();
+        result_ = Result::file_failure(name, file.errorString());
         second_.clear();
     }
 }

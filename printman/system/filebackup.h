@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QByteArray>
+#include <printman/result.h>
+
 #include <QString>
 
 namespace printman {
@@ -17,16 +18,16 @@ public:
     FileBackup(const FileBackup&) = delete;
     FileBackup& operator=(const FileBackup&) = delete;
 
-    /// Why there is a file that cannot be kept, or one that must not be replaced; else empty.
-    QString error() const { return error_; }
+    /// A failure when there is a file that cannot be backed up, or one that must not be replaced.
+    const Result& result() const { return result_; }
 
-    /// Lets the kept file go: what has taken its place is good.
+    /// Deletes the backup; the new file is valid.
     void drop();
 
 private:
     QString name_;
     QString second_;
-    QString error_;
+    Result result_;
 };
 
 } // namespace printman

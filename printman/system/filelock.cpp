@@ -1,4 +1,3 @@
-#include <printman/system/commandrun.h>
 #include <printman/system/filelock.h>
 
 #include <QFile>
@@ -24,8 +23,8 @@ enum class Found { locked, busy, vanished, unusable };
 /// How long a lock is waited for.
 class Wait {
 public:
-    Wait(FileLock::Patience patience, const FileLock::GoesOn& goes_on)
-        : deadline_(Clock::now() + patience), goes_on_(goes_on) {}
+    Wait(FileLock::Timeout timeout, JobControl& control)
+        : deadline_(Clock::now() + timeout), control_(control) {}
 
     /// Waits a moment.
     ///
@@ -33,21 +32,22 @@ public:
     bool once_more() {
         if (Clock::now() >= deadline_)
             return false;
-        is_stopped_ = goes_on_ && !goes_on_();
-        if (!is_stopped_)
-            std::this_thread::sleep_for(poll_interval);
-        return !is_stopped_;
+        if (!control_.keep_going(JobStage::waiting))
+            return false;
+        std::this_thread::sleep_for(poll_interval);
+        return true;
     }
 
-    /// Why @p what was not to be had.
-    QString describe_end(const QString& what) const {
-        return is_stopped_ ? canceled() : what + QStringLiteral(": is in use by another print job");
+    /// Why the lock of @p name was not taken.
+    Result failure(const QString& name) const {
+        return control_.is_canceled()
+                   ? Result::canceled()
+                   : Result::file_failure(name, QStringLiteral("is in use by another print job"));
     }
 
 private:
     Clock::time_point deadline_;
-    const FileLock::GoesOn& goes_on_;
-    bool is_stopped_ = false;
+    JobControl& control_;
 };
 
 /// Opens the lock file, making it when there is none.
@@ -135,9 +135,9 @@ void FileLock::release() {
     fd_ = -1;
 }
 
-QString FileLock::take_file(const QByteArray& path, Patience patience, const GoesOn& goes_on) {
+Result FileLock::take_file(const QByteArray& path, JobControl& control, Timeout timeout) {
     release();
-    Wait wait(patience, goes_on);
+    Wait wait(timeout, control);
     bool unusable = false;
     QByteArray name = path;
     fd_ = wait_for_lock_file(name, wait, unusable);
@@ -147,14 +147,15 @@ QString FileLock::take_file(const QByteArray& path, Patience patience, const Goe
     }
     if (fd_ >= 0)
         return {};
-    const QString what = QFile::decodeName(name);
-    return unusable ? what + QStringLiteral(": cannot be locked") : wait.describe_end(what);
+    const QString shown = QFile::decodeName(name);
+    return unusable ? Result::file_failure(shown, QStringLiteral("cannot be locked"))
+                    : wait.failure(shown);
 }
 
-QString FileLock::take_current_directory(Patience patience, const GoesOn& goes_on) {
+Result FileLock::take_current_directory(JobControl& control, Timeout timeout) {
     release();
     fd_ = ::open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    Wait wait(patience, goes_on);
+    Wait wait(timeout, control);
     while (fd_ >= 0) {
         const Found found = try_lock(fd_);
         if (found == Found::locked)
@@ -163,7 +164,7 @@ QString FileLock::take_current_directory(Patience patience, const GoesOn& goes_o
             release();
         if (found == Found::busy && !wait.once_more()) {
             release();
-            return wait.describe_end(QStringLiteral("the current directory"));
+            return wait.failure(QStringLiteral("the current directory"));
         }
     }
     return {};

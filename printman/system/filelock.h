@@ -1,10 +1,11 @@
 #pragma once
 
+#include <printman/progress.h>
+#include <printman/result.h>
+
 #include <QByteArray>
-#include <QString>
 
 #include <chrono>
-#include <functional>
 
 namespace printman {
 
@@ -12,11 +13,8 @@ namespace printman {
 /// ends with this object or with the process, and programs that are started do not have it.
 class FileLock {
 public:
-    using Patience = std::chrono::milliseconds;
-    static constexpr Patience usual_patience = std::chrono::minutes(3);
-
-    /// Asked some twenty times a second while another process has the lock: false ends the wait.
-    using GoesOn = std::function<bool()>;
+    using Timeout = std::chrono::milliseconds;
+    static constexpr Timeout usual_timeout = std::chrono::minutes(3);
 
     FileLock() = default;
     ~FileLock();
@@ -28,15 +26,12 @@ public:
     /// there cannot be locked, such as a file that its owner keeps to himself, users have a lock
     /// file each, named @p path and the user's number: their processes still take turns.
     ///
-    /// @return empty, or why it was not to be had in time
-    QString take_file(const QByteArray& path, Patience patience = usual_patience,
-                      const GoesOn& goes_on = {});
+    /// @param control asked some twenty times a second while another process has the lock
+    Result take_file(const QByteArray& path, JobControl& control, Timeout timeout = usual_timeout);
 
-    /// Takes the lock of the current directory. One that cannot be locked, on a file system without
-    /// locks say, is none to wait for.
-    ///
-    /// @return empty, or why it was not to be had in time
-    QString take_current_directory(Patience patience = usual_patience, const GoesOn& goes_on = {});
+    /// Takes the lock of the current directory, likewise. A directory that cannot be locked, on a
+    /// file system without locks say, is not waited for.
+    Result take_current_directory(JobControl& control, Timeout timeout = usual_timeout);
 
     void release();
 

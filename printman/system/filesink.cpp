@@ -15,14 +15,19 @@ class FileSink : public OutputSink {
 public:
     explicit FileSink(QString path) : path_(std::move(path)) {}
 
-    bool open() override { return file_.open(path_) || fail(file_.error()); }
-    bool write(std::string_view bytes) override {
-        return file_.write(bytes.data(), static_cast<qint64>(bytes.size())) || fail(file_.error());
+    Result open() override { return named(file_.open(path_)); }
+    Result write(std::string_view bytes) override {
+        return named(file_.write(bytes.data(), static_cast<qint64>(bytes.size())));
     }
-    bool close() override { return file_.commit() || fail(file_.error()); }
+    Result close() override { return named(file_.commit()); }
     void discard() override { file_.discard(); }
 
 private:
+    /// A failure with the file's name.
+    Result named(const Result& result) const {
+        return result.ok() ? result : Result::file_failure(path_, result.error());
+    }
+
     QString path_;
     OutputFile file_;
 };
@@ -33,28 +38,24 @@ public:
     explicit ScratchSink(const QString& path) : path_(QFile::encodeName(path)) {}
     ~ScratchSink() override { ScratchSink::discard(); }
 
-    bool open() override {
-        QString why;
-        fd_ = create_scratch_file(path_, why);
-        return fd_ >= 0 || fail(why);
-    }
-    bool write(std::string_view bytes) override {
+    Result open() override { return create_scratch_file(path_, fd_); }
+    Result write(std::string_view bytes) override {
         while (!bytes.empty()) {
             const ssize_t n = ::write(fd_, bytes.data(), bytes.size());
             if (n >= 0)
                 bytes.remove_prefix(static_cast<size_t>(n));
             else if (errno != EINTR)
-                return fail_with(errno);
+                return failure(errno);
         }
-        return true;
+        return {};
     }
-    bool close() override {
+    Result close() override {
         const int error = ::close(fd_) == 0 ? 0 : errno;
         fd_ = -1;
         if (error == 0)
-            return true;
+            return {};
         ::unlink(path_.constData());
-        return fail_with(error);
+        return failure(error);
     }
     void discard() override {
         if (fd_ < 0)
@@ -65,8 +66,8 @@ public:
     }
 
 private:
-    bool fail_with(int error) {
-        return fail(QFile::decodeName(path_) + QStringLiteral(": ") + qt_error_string(error));
+    Result failure(int error) const {
+        return Result::file_failure(QFile::decodeName(path_), qt_error_string(error));
     }
 
     QByteArray path_;

@@ -11,15 +11,15 @@ std::weak_ptr<FileLock>& shared_lock() {
 
 } // namespace
 
-QString FixedNames::take(const FileLock::GoesOn& goes_on) {
+Result FixedNames::take(JobControl& control) {
     if (lock_)
         return {};
     std::shared_ptr<FileLock> lock = shared_lock().lock();
     if (!lock) {
         lock = std::make_shared<FileLock>();
-        QString why = lock->take_file(tmp_lock_file, FileLock::usual_patience, goes_on);
-        if (!why.isEmpty())
-            return why;
+        Result taken = lock->take_file(tmp_lock_file, control);
+        if (!taken.ok())
+            return taken;
         shared_lock() = lock;
     }
     lock_ = std::move(lock);

@@ -2,8 +2,6 @@
 
 #include <printman/system/filelock.h>
 
-#include <QString>
-
 #include <memory>
 
 namespace printman {
@@ -22,10 +20,8 @@ inline constexpr char tmp_lock_file[] = "/tmp/korvo.lock";
 /// share it; it is held until the last of them has let it go.
 class FixedNames {
 public:
-    /// Does nothing when this one holds it already.
-    ///
-    /// @return empty, or why it was not to be had in time
-    QString take(const FileLock::GoesOn& goes_on = {});
+    /// Takes it, waiting for other processes; nothing happens when this one holds it already.
+    Result take(JobControl& control);
 
     void release() { lock_.reset(); }
     bool is_held() const { return lock_ != nullptr; }

@@ -39,21 +39,22 @@ QString without_links(QString path) {
     return {};
 }
 
+Result not_open() {
+    return Result::failure(QStringLiteral("not open"));
+}
+
 } // namespace
 
 OutputFile::OutputFile() = default;
 OutputFile::~OutputFile() = default;
 
-bool OutputFile::open(const QString& path) {
+Result OutputFile::open(const QString& path) {
     discard();
-    failed_ = false;
-    error_.clear();
+    result_ = {};
     const Target target = target_of(path);
     const QString name = target == Target::replaceable ? without_links(path) : path;
-    if (name.isEmpty()) {
-        error_ = qt_error_string(path.isEmpty() ? ENOENT : ELOOP);
-        return false;
-    }
+    if (name.isEmpty())
+        return Result::failure(qt_error_string(path.isEmpty() ? ENOENT : ELOOP));
     QIODevice::OpenMode mode = QIODevice::WriteOnly;
     if (target == Target::replaceable) {
         auto file = std::make_unique<QSaveFile>(name);
@@ -65,26 +66,25 @@ bool OutputFile::open(const QString& path) {
             mode |= QIODevice::Append;
     }
     if (device_->open(mode))
-        return true;
+        return {};
     note_failure();
     device_.reset();
-    return false;
+    return result_;
 }
 
-bool OutputFile::open(const char* path) {
+Result OutputFile::open(const char* path) {
     const QString name = QFile::decodeName(path);
     if (QFile::encodeName(name) == path)
         return open(name);
     discard();
-    error_ = qt_error_string(EILSEQ);
-    return false;
+    return Result::failure(qt_error_string(EILSEQ));
 }
 
-bool OutputFile::write(const char* data, qint64 size) {
-    if (!device_ || failed_)
-        return false;
+Result OutputFile::write(const char* data, qint64 size) {
+    if (!device_)
+        return not_open();
     // A disk that becomes full takes what fits; only the next write says why.
-    while (size > 0 && !failed_) {
+    while (size > 0 && result_.ok()) {
         errno = 0;
         const qint64 written = device_->write(data, size);
         if (written <= 0) {
@@ -94,28 +94,26 @@ bool OutputFile::write(const char* data, qint64 size) {
             size -= written;
         }
     }
-    return !failed_;
+    return result_;
 }
 
-bool OutputFile::commit() {
-    if (!device_) {
-        error_ = QStringLiteral("not open");
-        return false;
-    }
+Result OutputFile::commit() {
+    if (!device_)
+        return not_open();
     auto* file = static_cast<QFileDevice*>(device_.get());
     errno = 0;
-    if (!failed_ && (!file->flush() || file->error() != QFileDevice::NoError))
+    if (result_.ok() && (!file->flush() || file->error() != QFileDevice::NoError))
         note_failure();
     auto* save_file = qobject_cast<QSaveFile*>(file);
-    if (!failed_ && save_file && !save_file->commit())
+    if (result_.ok() && save_file && !save_file->commit())
         note_failure();
-    if (!failed_ && !save_file) {
+    if (result_.ok() && !save_file) {
         file->close();
         if (file->error() != QFileDevice::NoError)
             note_failure();
     }
     device_.reset();
-    return !failed_;
+    return result_;
 }
 
 void OutputFile::discard() {
@@ -124,12 +122,12 @@ void OutputFile::discard() {
 
 void OutputFile::note_failure() {
     const int error = errno;
-    failed_ = true;
-    error_ = device_->errorString();
+    QString reason = device_->errorString();
     // The toolkit forgets the reason where a part of the bytes was taken.
-    if (error_ == QIODevice::tr("Unknown error"))
-        error_ =
+    if (reason == QIODevice::tr("Unknown error"))
+        reason =
             error != 0 ? qt_error_string(error) : QStringLiteral("not everything could be written");
+    result_ = Result::failure(reason);
 }
 
 } // namespace printman

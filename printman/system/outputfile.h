@@ -1,5 +1,7 @@
 #pragma once
 
+#include <printman/result.h>
+
 #include <QString>
 
 #include <memory>
@@ -16,40 +18,31 @@ public:
     OutputFile();
     ~OutputFile();
 
-    /// Opens @p path for writing.
-    ///
-    /// @return false when it cannot be opened; error() then says why
-    bool open(const QString& path);
+    /// Opens @p path for writing. Failures, here and below, do not name the file.
+    Result open(const QString& path);
 
     /// The same for a name in bytes. Names that are not in the locale's encoding are refused: they
     /// would become the name of another file.
-    bool open(const char* path);
+    Result open(const char* path);
 
     /// Where to write; null unless open.
     QIODevice* device() const { return device_.get(); }
 
-    /// Appends @p size bytes.
-    ///
-    /// @return false once any write has failed
-    bool write(const char* data, qint64 size);
+    /// Appends @p size bytes: a failure once any write has failed.
+    Result write(const char* data, qint64 size);
 
-    /// Completes the file under its name.
-    ///
-    /// @return false when anything could not be written; an earlier file is then as it was
-    bool commit();
+    /// Completes the file under its name: a failure when anything could not be written. An earlier
+    /// file is then as it was.
+    Result commit();
 
     /// Drops what was written; an earlier file stays.
     void discard();
-
-    /// The reason of the last failure in one line, without the file's name.
-    QString error() const { return error_; }
 
 private:
     void note_failure();
 
     std::unique_ptr<QIODevice> device_;
-    QString error_;
-    bool failed_ = false;
+    Result result_; ///< the first failure since it was opened
 };
 
 } // namespace printman

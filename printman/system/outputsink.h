@@ -1,9 +1,11 @@
 #pragma once
 
+#include <printman/progress.h>
+#include <printman/result.h>
+
 #include <QString>
 #include <QStringList>
 
-#include <functional>
 #include <memory>
 #include <string_view>
 
@@ -14,31 +16,20 @@ class OutputSink {
 public:
     virtual ~OutputSink() = default;
 
-    /// @return false when the target cannot take anything; error() says why
-    virtual bool open() = 0;
+    /// @return a failure when the target cannot take anything
+    virtual Result open() = 0;
 
-    /// Whether the target still takes what is written; a spooler that has died does not.
-    virtual bool alive() { return true; }
+    /// A failure when the target no longer takes what is written, such as a spooler that has died.
+    virtual Result check() { return {}; }
 
-    virtual bool write(std::string_view bytes) = 0;
+    virtual Result write(std::string_view bytes) = 0;
 
     /// Completes the job.
-    virtual bool close() = 0;
+    virtual Result close() = 0;
 
     /// Drops the job: an earlier file stays. The spooler gets nothing more; where nothing was
-    /// written yet it is told that there is nothing, so that no empty job stays in its queue.
+    /// written yet it is given an empty input, so that no empty job stays in its queue.
     virtual void discard() = 0;
-
-    const QString& error() const { return error_; }
-
-protected:
-    bool fail(const QString& why) {
-        error_ = why;
-        return false;
-    }
-
-private:
-    QString error_;
 };
 
 /// A job into a file that takes its name when it is complete.
@@ -53,15 +44,15 @@ std::unique_ptr<OutputSink> make_scratch_sink(const QString& path);
 /// one that was lost, takes nothing for a minute, or does not end within five after its input has.
 ///
 /// @param program found on PATH
-/// @param goes_on asked some twenty times a second while the program is waited for: false drops the
-///                job; may be empty
+/// @param control asked some twenty times a second while the program is waited for; the job is
+///                dropped when it says to stop
 std::unique_ptr<OutputSink> make_program_sink(const QString& program, const QStringList& arguments,
-                                              const std::function<bool()>& goes_on = {});
+                                              std::shared_ptr<JobControl> control);
 
 /// The job for a printer's queue: `lp -d NAME`, or `lpr -P NAME` where there is no lp; without a
 /// name the spooler's default queue. More than one copy is the spooler's to make.
 /// Where there is neither, opening fails with a word about the package that has it.
 std::unique_ptr<OutputSink> make_spooler_sink(const QString& printer, int copies, bool collate,
-                                              const std::function<bool()>& goes_on = {});
+                                              std::shared_ptr<JobControl> control);
 
 } // namespace printman

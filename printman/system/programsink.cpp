@@ -45,65 +45,69 @@ private:
     sigset_t old_;
 };
 
-constexpr int write_patience = 60 * 1000; // milliseconds
-constexpr int end_patience = 300 * 1000;
-constexpr int leave_patience = 2 * 1000;
+constexpr int write_timeout = 60 * 1000; // milliseconds
+constexpr int end_timeout = 300 * 1000;
+constexpr int leave_timeout = 2 * 1000;
 constexpr int end_poll = 10;
 constexpr int question_interval = 50;
 
+Result system_failure(int error) {
+    return Result::failure(qt_error_string(error));
+}
+
 class ProgramSink : public OutputSink {
 public:
-    ProgramSink(QString program, QStringList arguments, std::function<bool()> goes_on)
+    ProgramSink(QString program, QStringList arguments, std::shared_ptr<JobControl> control)
         : program_(std::move(program)), arguments_(std::move(arguments)),
-          goes_on_(std::move(goes_on)) {}
+          control_(std::move(control)) {}
     ~ProgramSink() override { ProgramSink::discard(); }
 
-    bool open() override;
-    bool alive() override;
-    bool write(std::string_view bytes) override;
-    bool close() override;
+    Result open() override;
+    Result check() override;
+    Result write(std::string_view bytes) override;
+    Result close() override;
     void discard() override;
 
 private:
-    bool start(int input);
+    Result start(int input);
     bool has_ended();
-    bool judge();
-    bool wait_for_room();
-    bool wait_for_end(int patience);
-    bool is_stopped();
+    Result failure(const QString& end) const;
+    Result judge() const;
+    Result wait_for_room();
+    bool wait_for_end(int timeout);
     void kill();
 
     QString program_;
     QStringList arguments_;
-    std::function<bool()> goes_on_;
+    std::shared_ptr<JobControl> control_;
     std::unique_ptr<ChildStatusGuard> guard_;
     int pipe_ = -1;
     pid_t child_ = 0;
     bool is_fed_ = false;
-    bool stopped_ = false;
+    bool is_canceled_ = false;
     bool ended_ = false;
     bool lost_ = false;
     int status_ = 0;
 };
 
-bool ProgramSink::open() {
+Result ProgramSink::open() {
     int ends[2];
     if (::pipe2(ends, O_CLOEXEC) != 0)
-        return fail(qt_error_string(errno));
+        return system_failure(errno);
     guard_ = std::make_unique<ChildStatusGuard>();
-    const bool started = start(ends[0]);
+    Result started = start(ends[0]);
     ::close(ends[0]);
-    if (!started) {
+    if (!started.ok()) {
         ::close(ends[1]);
         guard_.reset();
-        return false;
+        return started;
     }
     pipe_ = ends[1];
     ::fcntl(pipe_, F_SETFL, O_NONBLOCK);
-    return true;
+    return {};
 }
 
-bool ProgramSink::start(int input) {
+Result ProgramSink::start(int input) {
     std::vector<QByteArray> words{QFile::encodeName(program_)};
     for (const QString& argument : std::as_const(arguments_))
         words.push_back(QFile::encodeName(argument));
@@ -120,8 +124,11 @@ bool ProgramSink::start(int input) {
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     const int error = ::posix_spawnp(&child_, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    return error == 0 ||
-           fail(QStringLiteral("cannot start %1: %2").arg(program_, qt_error_string(error)));
+    if (error == 0)
+        return {};
+    const QString reason = qt_error_string(error);
+    return Result::tool_failure(program_, QStringLiteral("cannot be started: ") + reason,
+                                QStringLiteral("cannot start %1: %2").arg(program_, reason));
 }
 
 /// Takes the program's status when it has ended.
@@ -138,47 +145,50 @@ bool ProgramSink::has_ended() {
     return ended_;
 }
 
-bool ProgramSink::judge() {
+Result ProgramSink::failure(const QString& end) const {
+    return Result::tool_failure(program_, end, program_ + u' ' + end);
+}
+
+/// What the end of the program, which it has reached, means for the job.
+Result ProgramSink::judge() const {
     if (lost_)
-        return fail(QStringLiteral("the status of %1 was lost").arg(program_));
+        return Result::failure(QStringLiteral("the status of %1 was lost").arg(program_));
     if (WIFEXITED(status_) && WEXITSTATUS(status_) == 0)
-        return true;
-    const QString how = WIFSIGNALED(status_)
-                            ? QStringLiteral("was killed by signal %1").arg(WTERMSIG(status_))
-                            : QStringLiteral("failed with status %1").arg(WEXITSTATUS(status_));
-    return fail(program_ + u' ' + how);
+        return {};
+    return failure(WIFSIGNALED(status_)
+                       ? QStringLiteral("was killed by signal %1").arg(WTERMSIG(status_))
+                       : QStringLiteral("failed with status %1").arg(WEXITSTATUS(status_)));
 }
 
-bool ProgramSink::alive() {
+Result ProgramSink::check() {
     if (!has_ended())
-        return true;
+        return {};
     // A spooler that ends before the job does has not taken it, whatever its status says.
-    return judge() && fail(program_ + QStringLiteral(" ended before it had the whole job"));
+    Result end = judge();
+    return end.ok() ? failure(QStringLiteral("ended before it had the whole job")) : end;
 }
 
-/// Whether the user has had enough.
-bool ProgramSink::is_stopped() {
-    stopped_ = stopped_ || (goes_on_ && !goes_on_());
-    return stopped_;
-}
-
-bool ProgramSink::wait_for_room() {
+Result ProgramSink::wait_for_room() {
     pollfd room = {pipe_, POLLOUT, 0};
-    for (int waited = 0; waited < write_patience; waited += question_interval) {
+    for (int waited = 0; waited < write_timeout; waited += question_interval) {
         if (::poll(&room, 1, question_interval) > 0)
-            return true;
-        if (is_stopped())
-            return fail(QStringLiteral("canceled"));
+            return {};
+        if (!control_->keep_going(JobStage::tool))
+            return Result::canceled();
     }
-    return fail(program_ + QStringLiteral(" takes nothing"));
+    return failure(QStringLiteral("takes nothing"));
 }
 
 /// Waits so many milliseconds for the program's end.
 ///
-/// @return false when that is not long enough, or the user has had enough
-bool ProgramSink::wait_for_end(int patience) {
+/// @return false when that is not long enough, or the job is canceled
+bool ProgramSink::wait_for_end(int timeout) {
     for (int waited = 0; !has_ended(); waited += end_poll) {
-        if (waited >= patience || (waited > 0 && waited % question_interval == 0 && is_stopped()))
+        if (waited >= timeout)
+            return false;
+        const bool asks = waited > 0 && waited % question_interval == 0;
+        is_canceled_ = is_canceled_ || (asks && !control_->keep_going(JobStage::tool));
+        if (is_canceled_)
             return false;
         ::usleep(end_poll * 1000);
     }
@@ -192,7 +202,7 @@ void ProgramSink::kill() {
     }
 }
 
-bool ProgramSink::write(std::string_view bytes) {
+Result ProgramSink::write(std::string_view bytes) {
     const PipeSignalGuard quiet;
     is_fed_ = is_fed_ || !bytes.empty();
     while (!bytes.empty()) {
@@ -202,25 +212,27 @@ bool ProgramSink::write(std::string_view bytes) {
             continue;
         }
         const int error = errno;
-        if (error == EAGAIN && !wait_for_room())
-            return false;
-        if (error == EPIPE) {
+        if (error == EAGAIN) {
+            Result room = wait_for_room();
+            if (!room.ok())
+                return room;
+        } else if (error == EPIPE) {
             // It has closed its input and ends now, with a status that says more.
-            return wait_for_end(leave_patience) ? alive() : fail(qt_error_string(error));
+            return wait_for_end(leave_timeout) ? check() : system_failure(error);
+        } else if (error != EINTR) {
+            return system_failure(error);
         }
-        if (error != EAGAIN && error != EINTR)
-            return fail(qt_error_string(error));
     }
-    return true;
+    return {};
 }
 
-bool ProgramSink::close() {
+Result ProgramSink::close() {
     ::close(pipe_);
     pipe_ = -1;
-    wait_for_end(end_patience);
+    wait_for_end(end_timeout);
     kill();
     guard_.reset();
-    return stopped_ ? fail(QStringLiteral("canceled")) : judge();
+    return is_canceled_ ? Result::canceled() : judge();
 }
 
 void ProgramSink::discard() {
@@ -229,8 +241,8 @@ void ProgramSink::discard() {
     // Once it has something it must not see the end of its input, or it would queue that.
     if (!is_fed_) {
         ::close(pipe_);
-        goes_on_ = nullptr;
-        wait_for_end(leave_patience);
+        control_ = std::make_shared<JobControl>();
+        wait_for_end(leave_timeout);
     }
     kill();
     if (is_fed_)
@@ -242,21 +254,21 @@ void ProgramSink::discard() {
 /// The spooler of a machine that has none.
 class NoSpooler : public OutputSink {
 public:
-    bool open() override { return fail(tool_not_installed("lp")); }
-    bool write(std::string_view /*bytes*/) override { return false; }
-    bool close() override { return false; }
+    Result open() override { return Result::failure(tool_not_installed("lp")); }
+    Result write(std::string_view /*bytes*/) override { return open(); }
+    Result close() override { return open(); }
     void discard() override {}
 };
 
 } // namespace
 
 std::unique_ptr<OutputSink> make_program_sink(const QString& program, const QStringList& arguments,
-                                              const std::function<bool()>& goes_on) {
-    return std::make_unique<ProgramSink>(program, arguments, goes_on);
+                                              std::shared_ptr<JobControl> control) {
+    return std::make_unique<ProgramSink>(program, arguments, std::move(control));
 }
 
 std::unique_ptr<OutputSink> make_spooler_sink(const QString& printer, int copies, bool collate,
-                                              const std::function<bool()>& goes_on) {
+                                              std::shared_ptr<JobControl> control) {
     QStringList arguments;
     const auto is_installed = [](const char16_t* program) {
         return !QStandardPaths::findExecutable(QString::fromUtf16(program)).isEmpty();
@@ -267,7 +279,7 @@ std::unique_ptr<OutputSink> make_spooler_sink(const QString& printer, int copies
         if (copies > 1)
             arguments << QStringLiteral("-n") << QString::number(copies) << QStringLiteral("-o")
                       << QStringLiteral("collate=%1").arg(collate ? u"true" : u"false");
-        return make_program_sink(QStringLiteral("lp"), arguments, goes_on);
+        return make_program_sink(QStringLiteral("lp"), arguments, std::move(control));
     }
     if (!is_installed(u"lpr"))
         return std::make_unique<NoSpooler>();
@@ -275,7 +287,7 @@ std::unique_ptr<OutputSink> make_spooler_sink(const QString& printer, int copies
         arguments << QStringLiteral("-P") << printer;
     if (copies > 1)
         arguments << QStringLiteral("-#%1").arg(copies);
-    return make_program_sink(QStringLiteral("lpr"), arguments, goes_on);
+    return make_program_sink(QStringLiteral("lpr"), arguments, std::move(control));
 }
 
 } // namespace printman

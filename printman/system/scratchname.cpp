@@ -11,13 +11,13 @@ namespace printman {
 
 namespace {
 
-constexpr int most_attempts = 10;
+constexpr int max_attempts = 10;
 
-QString failure(const QByteArray& path, const QString& why) {
-    return QFile::decodeName(path) + QStringLiteral(": ") + why;
+Result failure(const QByteArray& path, const QString& reason) {
+    return Result::file_failure(QFile::decodeName(path), reason);
 }
 
-QString failure(const QByteArray& path, int error) {
+Result failure(const QByteArray& path, int error) {
     return failure(path, qt_error_string(error));
 }
 
@@ -28,10 +28,10 @@ bool remove_name(const QByteArray& path) {
 
 } // namespace
 
-QString claim_scratch_name(const QByteArray& path, uid_t owner) {
+Result claim_scratch_name(const QByteArray& path, uid_t owner) {
     struct stat status {};
     if (::lstat(path.constData(), &status) != 0)
-        return errno == ENOENT ? QString() : failure(path, errno);
+        return errno == ENOENT ? Result() : failure(path, errno);
     const bool is_link = S_ISLNK(status.st_mode);
     if (!is_link && !S_ISREG(status.st_mode))
         return failure(path, QStringLiteral("is in the way and is no file"));
@@ -43,27 +43,34 @@ QString claim_scratch_name(const QByteArray& path, uid_t owner) {
     return {};
 }
 
-QString claim_scratch_name(const QByteArray& path) {
+Result claim_scratch_name(const QByteArray& path) {
     return claim_scratch_name(path, ::geteuid());
 }
 
-int create_scratch_file(const QByteArray& path, QString& error) {
-    for (int attempt = 0; attempt < most_attempts; ++attempt) {
-        error = claim_scratch_name(path);
-        if (!error.isEmpty())
-            return -1;
+Result create_scratch_file(const QByteArray& path, int& fd) {
+    fd = -1;
+    int error = 0;
+    for (int attempt = 0; attempt < max_attempts && (attempt == 0 || error == EEXIST); ++attempt) {
+        Result claimed = claim_scratch_name(path);
+        if (!claimed.ok())
+            return claimed;
         // A name that comes back between these two calls makes the open fail, never be followed.
-        int fd = -1;
         if (remove_name(path))
             fd = ::open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC,
                         S_IRUSR | S_IWUSR);
         if (fd >= 0)
-            return fd;
-        error = failure(path, errno);
-        if (errno != EEXIST)
-            return -1;
+            return {};
+        error = errno;
     }
-    return -1;
+    return failure(path, error);
+}
+
+Result create_scratch_file(const QByteArray& path) {
+    int fd = -1;
+    Result created = create_scratch_file(path, fd);
+    if (fd >= 0)
+        ::close(fd);
+    return created;
 }
 
 } // namespace printman

@@ -1,7 +1,8 @@
 #pragma once
 
+#include <printman/result.h>
+
 #include <QByteArray>
-#include <QString>
 
 #include <sys/types.h>
 
@@ -11,19 +12,21 @@ namespace printman {
 /// written through. A symbolic link is removed, and so is a second name of one's own file.
 ///
 /// @param owner whose files count as one's own
-/// @return empty; else why the name must not be written, and it is then as it was: another user's
-///         file, or something that is neither a file nor a link
-QString claim_scratch_name(const QByteArray& path, uid_t owner);
+/// @return a failure when the name must not be written: another user's file stands there, or
+///         something that is neither a file nor a link. It is then as it was.
+Result claim_scratch_name(const QByteArray& path, uid_t owner);
 
 /// The same with the user of this process as the owner.
-QString claim_scratch_name(const QByteArray& path);
+Result claim_scratch_name(const QByteArray& path);
 
 /// Claims @p path and makes a new empty file there, readable and writable by its owner alone; an
 /// earlier file of one's own is replaced. Whoever hands the name to another program makes the file
 /// first: in a directory such as /tmp nobody can then put something else in its place.
 ///
-/// @param error receives why it failed
-/// @return a descriptor for writing, closed when a program is started; -1 on failure
-int create_scratch_file(const QByteArray& path, QString& error);
+/// @param fd receives a descriptor for writing, closed when a program is started; -1 on failure
+Result create_scratch_file(const QByteArray& path, int& fd);
+
+/// The same for a file that somebody else writes.
+Result create_scratch_file(const QByteArray& path);
 
 } // namespace printman

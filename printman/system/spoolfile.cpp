@@ -30,38 +30,48 @@ SpoolFile::~SpoolFile() {
     close();
 }
 
-int SpoolFile::open(const std::string& directory) {
-    close();
-    if (!directory.empty())
-        fd_ = open_unnamed(directory);
-    if (fd_ < 0)
-        fd_ = open_unnamed(QFile::encodeName(QDir::tempPath()).toStdString());
-    return fd_ < 0 ? errno : 0;
+/// What could not be done, with the directory: the file has no name.
+Result SpoolFile::failure(int error) const {
+    return Result::file_failure(QFile::decodeName(directory_.c_str()), qt_error_string(error));
 }
 
-int SpoolFile::write(std::string_view bytes) {
+Result SpoolFile::open(const std::string& directory) {
+    close();
+    directory_ = directory;
+    if (!directory.empty())
+        fd_ = open_unnamed(directory);
+    if (fd_ < 0) {
+        directory_ = QFile::encodeName(QDir::tempPath()).toStdString();
+        fd_ = open_unnamed(directory_);
+    }
+    return fd_ < 0 ? failure(errno) : Result();
+}
+
+Result SpoolFile::write(std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t n = ::write(fd_, bytes.data(), bytes.size());
         if (n < 0 && errno == EINTR)
             continue;
         if (n < 0)
-            return errno;
+            return failure(errno);
         bytes.remove_prefix(static_cast<size_t>(n));
     }
-    return 0;
+    return {};
 }
 
-int SpoolFile::rewind() {
-    return ::lseek(fd_, 0, SEEK_SET) < 0 ? errno : 0;
+Result SpoolFile::rewind() {
+    return ::lseek(fd_, 0, SEEK_SET) < 0 ? failure(errno) : Result();
 }
 
-long SpoolFile::read(char* buffer, size_t size) {
+Result SpoolFile::read(char* buffer, size_t& size) {
     for (;;) {
         const ssize_t n = ::read(fd_, buffer, size);
-        if (n >= 0)
-            return n;
+        if (n >= 0) {
+            size = static_cast<size_t>(n);
+            return {};
+        }
         if (errno != EINTR)
-            return -errno;
+            return failure(errno);
     }
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <printman/result.h>
+
 #include <string>
 #include <string_view>
 
@@ -16,25 +18,26 @@ public:
 
     /// Opens the file in @p directory, or in the system's temporary directory when that is empty or
     /// takes no file.
-    ///
-    /// @return 0 or an errno
-    int open(const std::string& directory);
+    Result open(const std::string& directory);
 
-    /// Appends @p bytes: 0 or an errno.
-    int write(std::string_view bytes);
+    /// Appends @p bytes.
+    Result write(std::string_view bytes);
 
     /// Goes back to the start, for read().
-    int rewind();
+    Result rewind();
 
-    /// Reads the next bytes into @p buffer.
+    /// Reads the next bytes.
     ///
-    /// @return their number, 0 at the end, a negative errno on failure
-    long read(char* buffer, size_t size);
+    /// @param size of @p buffer; receives how many were read, 0 at the end
+    Result read(char* buffer, size_t& size);
 
     /// Drops the file.
     void close();
 
 private:
+    Result failure(int error) const;
+
+    std::string directory_; ///< where the file is
     int fd_ = -1;
 };
 

@@ -1,10 +1,11 @@
 #pragma once
 
 #include <printman/printman_export.h>
+#include <printman/progress.h>
+#include <printman/result.h>
 
 #include <QPrinter>
 
-#include <functional>
 #include <memory>
 
 class QWidget;
@@ -47,9 +48,9 @@ public:
     /// is gone when the job starts, and nothing is left of an aborted or failed job.
     void setScratchFileName(const QString& path);
 
-    /// Sets what is asked some twenty times a second while a job waits for its spooler: false drops
-    /// the job, with "canceled" for its error. Empty for none, as in the beginning.
-    void setGoesOn(std::function<bool()> goesOn);
+    /// Sets what is asked some twenty times a second while a job waits for its spooler; the job is
+    /// dropped when it says to stop. Null for nothing, as in the beginning.
+    void setJobControl(const std::shared_ptr<printman::JobControl>& control);
 
     /// Does nothing: the output is PostScript.
     void setOutputFormat(OutputFormat format);
@@ -74,7 +75,10 @@ public:
     /// Any other output file ends it.
     bool isPdfChosen() const;
 
-    /// Why the last job failed, in one line; empty when it did not.
+    /// How the last job ended: a failure when it did not succeed.
+    printman::Result lastJob() const;
+
+    /// Why it failed, in one line; empty when it did not.
     QString errorString() const;
 
 private:

@@ -2,14 +2,15 @@
 #include "tests/support/testhost.h"
 
 #include <printman/printer/paths.h>
-#include <printman/system/freename.h>
 
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QSet>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <functional>
+#include <ctime>
 
 namespace {
 
@@ -143,25 +144,27 @@ TEST_F(Paths, aTemporaryNameIsPrefixNumberAndExtension) {
         is_numbered(get_tmpfile(QString(), QString(), QString()), QStringLiteral("/"), QString()));
 }
 
-TEST_F(Paths, namesUnderWhichAnythingIsFoundArePassedOver) {
-    scratch_.write("", "x1.txt");
-    ASSERT_EQ(mkdir(scratch_.path("x2.txt").c_str(), 0700), 0);
-    ASSERT_EQ(symlink("nothing", scratch_.path("x3.txt").c_str()), 0);
-    scratch_.write("", "x4");
-    const QString start = directory() + QStringLiteral("/x");
-    int number = 0;
-    const auto next = [&number] { return ++number; };
-    EXPECT_EQ(printman::free_name(start, QStringLiteral(".txt"), next),
-              start + QStringLiteral("4.txt"));
-    number = 3;
-    EXPECT_EQ(printman::free_name(start, QString(), next), start + u'5');
+TEST_F(Paths, aTemporaryNameHasTheFirstNumberOfTheSecond) {
+    const auto before = std::time(nullptr);
+    const QString name = get_tmpfile(directory(), QStringLiteral("prt"), QStringLiteral("bin"));
+    const auto after = std::time(nullptr);
+    QStringList expected;
+    for (auto second = before; second <= after; ++second) {
+        std::srand(static_cast<unsigned>(second));
+        expected << directory() + QStringLiteral("/prt%1.bin").arg(std::rand());
+    }
+    EXPECT_TRUE(expected.contains(name)) << name.toStdString();
 }
 
-TEST_F(Paths, temporaryNamesOfOneSecondDiffer) {
+TEST_F(Paths, aTemporaryNameThatIsTakenIsNotGivenAgain) {
     QSet<QString> names;
-    for (int i = 0; i < 100; ++i)
-        names.insert(get_tmpfile(directory(), QStringLiteral("x"), QString()));
-    EXPECT_GE(names.size(), 99);
+    for (int i = 0; i < 3; ++i) {
+        const QString name = get_tmpfile(directory(), QStringLiteral("x"), QString());
+        EXPECT_FALSE(QFile::exists(name));
+        names.insert(name);
+        scratch_.write("", QFileInfo(name).fileName().toStdString());
+    }
+    EXPECT_EQ(names.size(), 3);
 }
 
 TEST_F(Paths, theProgramsOwnRandomNumbersGoOn) {

@@ -1,5 +1,7 @@
+#include <printman/dialogs/openerror.h>
 #include <printman/export/browser.h>
 #include <printman/export/pagehtml.h>
+#include <printman/export/pagetext.h>
 #include <printman/manager/printmanprivate.h>
 #include <printman/output/jobprinter.h>
 #include <printman/output/pageprint.h>
@@ -8,7 +10,7 @@
 #include <QGuiApplication>
 #include <QPointer>
 
-// The door's part for the clipboard and for the loaded page on paper.
+// The facade's functions for the clipboard, and for the loaded page in a file and on paper.
 
 using namespace printman;
 
@@ -22,25 +24,19 @@ QClipboard* clipboard() {
 
 } // namespace
 
-/// Appends the pages of the report to @p html: empty, or what went wrong.
-QString CPrintMan::Private::append_pages(CPrintMan& door, QString& html) {
-    const int total = report.page_count();
-    int done = 0;
-    while (done < total && door.get_rpt_page(done == 0 ? page_first : page_next)) {
-        append_page_html(html, rows.rows());
-        ++done;
-        canceled = progress && !progress(done, total);
-        if (canceled)
-            return tr("canceled");
-    }
-    if (done < total)
-        return tr("cannot read page %1 of the report").arg(done + 1);
-    return total > 0 && report.has_shrunk() ? tr("the report became shorter while it was read")
-                                            : QString();
-}
-
 void CPrintMan::save_to_clipboard() {
     copy_text();
+}
+
+void CPrintMan::save_cur_page(QWidget* parent, const char* file_name) {
+    if (!file_name || !*file_name)
+        return;
+    OutputFile out;
+    Result saved = out.open(file_name);
+    if (saved.ok())
+        saved = write_page_text(d->rows.rows(), out);
+    if (!d->note(saved))
+        show_open_error(parent, file_name);
 }
 
 QString CPrintMan::copy_page(QString& html) {
@@ -50,10 +46,10 @@ QString CPrintMan::copy_page(QString& html) {
 
 void CPrintMan::save_allto_clipboard() {
     QString html = report_html_head;
-    d->canceled = false;
-    d->job_error = d->append_pages(*this, html);
+    const Result copied = d->append_pages(html);
+    d->note(copied);
     html += report_html_tail;
-    if (!d->canceled && clipboard())
+    if (!copied.is_canceled() && clipboard())
         clipboard()->setText(html);
 }
 
@@ -63,10 +59,10 @@ void CPrintMan::print_cur_page(QWidget* parent) {
         return;
     forget_output(*d->printer, d->job_output);
     const QPointer<CPrintMan> self = this;
-    const QString error = print_page_as_chosen(parent, d->printer, d->units,
-                                               {d->rows.rows(), page.columns, page.lines});
+    const Result printed = print_page_as_chosen(parent, d->printer, d->units,
+                                                {d->rows.rows(), page.columns, page.lines});
     if (self)
-        d->job_error = error;
+        d->note(printed);
 }
 
 void CPrintMan::copy_text() {
@@ -76,5 +72,5 @@ void CPrintMan::copy_text() {
 }
 
 void CPrintMan::paste_text() {
-    d->job_error = show_in_browser(clipboard() ? clipboard()->text() : QString());
+    d->note(show_in_browser(clipboard() ? clipboard()->text() : QString()));
 }

@@ -1,112 +1,36 @@
+#include <printman/dialogs/openerror.h>
 #include <printman/export/pagetext.h>
-#include <printman/export/reporttext.h>
 #include <printman/manager/printmanprivate.h>
-#include <printman/printer/hostservices.h>
+#include <printman/printer/paths.h>
 #include <printman/render/itempainter.h>
-#include <printman/toolkit/pagesizes.h>
 
-#include <QApplication>
 #include <QFile>
-#include <QMessageBox>
-#include <QPointer>
-#include <QRandomGenerator>
-#include <QWidget>
 
 #include <algorithm>
-#include <array>
-#include <unistd.h>
 
 using namespace printman;
 
 namespace {
 
-constexpr int letter_page_size = 2;
-
 // Beyond any page; the corners of a rectangle of such numbers still fit.
 constexpr int max_cell = 1 << 28;
 
-std::string fresh_report_directory() {
-    const char* setting = GetEnv("TMPDIR", "dlwmenu.ini", "env");
-    if (setting && *setting)
-        return setting;
-    std::array<char, 256> directory{};
-    return getcwd(directory.data(), directory.size()) ? directory.data() : "/tmp";
-}
-
-/// While the box is open, everything may be closed, the manager too: it comes last.
-void show_open_error(QWidget* parent, const char* path) {
-    // It goes with its parent.
-    const QPointer<QMessageBox> box =
-        new QMessageBox(QMessageBox::Warning, CPrintMan::tr("File Open Error"),
-                        CPrintMan::tr("Can not open file: %1").arg(QFile::decodeName(path)),
-                        QMessageBox::NoButton, parent);
-    box->setTextFormat(Qt::PlainText);
-    box->addButton(CPrintMan::tr("Ok"), QMessageBox::AcceptRole);
-    box->exec();
-    delete box;
-}
-
-bool can_show_boxes() {
-    return qobject_cast<QApplication*>(QCoreApplication::instance());
-}
-
 } // namespace
-
-void CPrintMan::Private::make_printer() {
-    // Qt refuses to make a printer without an application object.
-    if (!QCoreApplication::instance())
-        return;
-    printer = std::make_shared<PsPrinter>();
-    printer->setPageSize(page_size_of(letter_page_size));
-}
-
-/// @return false when the name is too long, or a job works with another report
-bool CPrintMan::Private::start_report(const std::string& name) {
-    if (jobs > 0 || !report.set_file_name(name))
-        return false;
-    make_printer();
-    report.clear_index();
-    // Nothing of an earlier report is selected or painted as a page of this one.
-    rows.release();
-    highlights.forget();
-    return true;
-}
-
-bool CPrintMan::Private::printing_aborted() const {
-    return printer && printer->printerState() == QPrinter::Aborted;
-}
-
-void CPrintMan::Private::write_text(OutputFile& out) {
-    PrintmanProgress asked;
-    if (progress)
-        asked = [this](int done, int total) { return !(canceled = !progress(done, total)); };
-    job_error = write_report_text(report, fields, out, asked);
-}
-
-void CPrintMan::Private::add_marker(int row, const MarkerParse& parse) {
-    if (parse.field)
-        fields.add(row, *parse.field);
-}
 
 CPrintMan::CPrintMan() : d(std::make_shared<Private>()) {}
 
 CPrintMan::~CPrintMan() {
     // A job that has let this happen ends, and then lets go of the rest.
-    d->canceled = d->canceled || d->jobs > 0;
+    if (d->jobs > 0)
+        d->control->cancel();
     d.reset();
     if (remove_on_destroy && !remove_file.isEmpty())
         QFile::remove(remove_file);
 }
 
 int CPrintMan::init_printman() {
-    const std::string directory = fresh_report_directory();
-    std::string name;
-    do {
-        name = directory + "/rpt" + std::to_string(QRandomGenerator::global()->bounded(RAND_MAX));
-    } while (QFile::exists(QFile::decodeName(name.c_str())));
-    if (!d->start_report(name))
-        return -1;
-    return static_cast<int>(name.size());
+    const std::string name = new_report_name();
+    return d->start_report(name) ? static_cast<int>(name.size()) : -1;
 }
 
 int CPrintMan::init_printman(const char* path) {
@@ -125,7 +49,8 @@ int CPrintMan::close_rpt_buffer() {
 
 void CPrintMan::add_rpt_page(const char* data, int size) {
     const bool added = d->report.add_page(data, size);
-    d->job_error = added ? QString() : tr("the page cannot be added to the report file");
+    d->last_job =
+        added ? Result() : Result::failure(tr("the page cannot be added to the report file"));
 }
 
 int CPrintMan::get_scr_size() {
@@ -140,10 +65,7 @@ void CPrintMan::get_scr_size(int* width, int* height) {
 }
 
 int CPrintMan::init_scr_buffer(int cell_width, int cell_height) {
-    const int result = d->report.init(d->fields);
-    d->cell_width = cell_width;
-    d->cell_height = cell_height;
-    return result;
+    return d->init_buffer(cell_width, cell_height);
 }
 
 int CPrintMan::set_page_loc() {
@@ -167,56 +89,36 @@ int CPrintMan::get_rpt_page(char* buffer, int size, int request) {
 int CPrintMan::save_rpt_file(QWidget* parent, const char* path) {
     if (!path || !*path)
         return 0;
-    d->canceled = false;
-    OutputFile out;
-    if (!out.open(path)) {
-        d->job_error = out.error();
-    } else {
-        if (parent)
-            parent->setCursor(Qt::WaitCursor);
-        init_scr_buffer(0, 0);
-        d->write_text(out);
-        if (parent)
-            parent->setCursor(Qt::ArrowCursor);
-    }
-    const bool done = last_job_ok();
-    if (!done && !d->canceled && parent)
+    const Result saved = d->save_report(parent, path);
+    const int done = d->note(saved);
+    // The manager may go while the box is open.
+    if (parent && !done && !saved.is_canceled())
         show_open_error(parent, path);
     return done;
 }
 
 int CPrintMan::write_rpt_text(const char* path) {
-    OutputFile out;
-    if (!path || !*path)
-        d->job_error = tr("no file name");
-    else if (d->report.page_count() == 0)
-        d->job_error = tr("the report has no pages");
-    else if (!out.open(path))
-        d->job_error = out.error();
-    else
-        d->write_text(out);
-    return last_job_ok();
-}
-
-void CPrintMan::save_cur_page(QWidget* parent, const char* file_name) {
-    if (!file_name || !*file_name)
-        return;
-    OutputFile out;
-    d->job_error = out.open(file_name) ? write_page_text(d->rows.rows(), out) : out.error();
-    if (!last_job_ok() && can_show_boxes())
-        show_open_error(parent, file_name);
+    return d->note(d->write_report(path));
 }
 
 bool CPrintMan::last_job_ok() const {
-    return d->job_error.isEmpty();
+    return d->last_job.error().isEmpty();
 }
 
 QString CPrintMan::last_job_error() const {
-    return d->job_error;
+    return d->last_job.error();
 }
 
-void CPrintMan::set_progress(PrintmanProgress progress) {
-    d->progress = std::move(progress);
+const Result& CPrintMan::last_job() const {
+    return d->last_job;
+}
+
+JobStage CPrintMan::job_stage() const {
+    return d->control->stage();
+}
+
+void CPrintMan::set_progress(Progress progress) {
+    d->control->set_progress(std::move(progress));
 }
 
 void CPrintMan::clear_escape_buffer() {
@@ -271,9 +173,7 @@ void CPrintMan::print_escape_field(int row) {
 }
 
 void CPrintMan::load_current_page() {
-    const PageGeometry& page = d->report.geometry();
-    if (page.known())
-        d->rows.load(d->report.cells(), page.columns, page.lines, d->fields);
+    d->load_rows();
 }
 
 void CPrintMan::free_page_rows() {
@@ -291,14 +191,7 @@ void CPrintMan::add_stringitem(int row, int x, int y, int width, int height, con
 }
 
 int CPrintMan::get_rpt_page(int request) {
-    if (!d->report.geometry().known())
-        return 0;
-    if (request == page_current)
-        return 1;
-    if (!d->report.read_page(request, d->fields))
-        return 0;
-    load_current_page();
-    return 1;
+    return d->load_page(request);
 }
 
 int CPrintMan::set_logical_unit(QPainter* p, int keep, int margin_x, int margin_y) {
@@ -353,7 +246,7 @@ const QValueList<StringItem>& CPrintMan::page_row(int line) const {
 }
 
 void CPrintMan::printing_canceled() {
-    d->canceled = true;
+    d->control->cancel();
     if (d->printer)
         d->printer->abort();
 }
