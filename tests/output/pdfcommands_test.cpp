@@ -80,11 +80,3 @@ TEST(PdfCommands, runNothingThatANameSays) {
     EXPECT_FALSE(QFile::exists(text("ran")));
     QDir::setCurrent(here);
 }
-
-TEST(PdfCommands, knowTheirToolAndItsPackage) {
-    EXPECT_EQ(command_tool(lpr_command(text("a"), text("b"))), "lpr");
-    EXPECT_EQ(package_of("ps2pdf"), text("ghostscript"));
-    EXPECT_EQ(package_of("pdftk"), text("pdftk-java"));
-    EXPECT_EQ(package_of("lpr"), text("cups-bsd or lpr"));
-    EXPECT_EQ(package_of("sh"), QString());
-}

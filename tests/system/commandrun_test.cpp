@@ -133,17 +133,6 @@ TEST(RunCommand, endsTheCommandWithThisProcess) {
     EXPECT_TRUE(ends(number.trimmed().toInt()));
 }
 
-TEST(MissingTool, isNamedWithItsPackage) {
-    const QTemporaryDir empty;
-    const EnvironmentGuard path("PATH", empty.path().toLocal8Bit());
-    EXPECT_EQ(missing_tool("ps2pdf a b"),
-              QStringLiteral("ps2pdf is not installed; the Debian package ghostscript has it"));
-    EXPECT_EQ(missing_tool("lpr -P a b"),
-              QStringLiteral("lpr is not installed; the Debian package cups-bsd or lpr has it"));
-    testsupport::write_script(empty.filePath(QStringLiteral("lpr")), "");
-    EXPECT_EQ(missing_tool("lpr -P a b"), QString());
-}
-
 TEST(TellFailure, writesOneLineThatTellsTheTerminalNothing) {
     testing::internal::CaptureStderr();
     tell_failure(QStringLiteral("a\nb\x1b[2Jc\td"));

@@ -162,13 +162,3 @@ TEST_F(LockFile, ofTheCurrentDirectoryIsItself) {
     EXPECT_EQ(second.take_current_directory(50ms), QString());
     QDir::setCurrent(before);
 }
-
-TEST(JobTurn, isTheFirstOnesAlone) {
-    const JobTurn first;
-    EXPECT_TRUE(first.is_first());
-    {
-        const JobTurn second;
-        EXPECT_FALSE(second.is_first());
-    }
-    EXPECT_TRUE(first.is_first());
-}
