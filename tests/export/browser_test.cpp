@@ -103,7 +103,7 @@ protected:
 } // namespace
 
 TEST_F(Browser, getsTheTextInAFileOfTheCurrentDirectory) {
-    EXPECT_EQ(show_in_browser(QString::fromLatin1("<b>caf\xe9</b>\n100%1")), QString());
+    EXPECT_EQ(show_in_browser(QString::fromLatin1("<b>caf\xe9</b>\n100%1")).error(), QString());
     EXPECT_EQ(arguments(), "1\n" + paste_file() + '\n');
     EXPECT_EQ(read_file(tool("page")), "<b>caf\xc3\xa9</b>\n100%1");
     EXPECT_EQ(here(), only_file_);
@@ -111,16 +111,16 @@ TEST_F(Browser, getsTheTextInAFileOfTheCurrentDirectory) {
 }
 
 TEST_F(Browser, nothingToPasteIsWarnedOfAndNothingElseHappens) {
-    EXPECT_FALSE(show_in_browser(QString()).isEmpty());
-    EXPECT_FALSE(show_in_browser(QStringLiteral("")).isEmpty());
+    EXPECT_FALSE(show_in_browser(QString()).error().isEmpty());
+    EXPECT_FALSE(show_in_browser(QStringLiteral("")).error().isEmpty());
     EXPECT_EQ(warnings, QStringList(2, QStringLiteral("No data to paste!")));
     EXPECT_EQ(arguments(), "");
     EXPECT_TRUE(here().isEmpty());
 }
 
 TEST_F(Browser, aLaterPasteReplacesTheFile) {
-    show_in_browser(QStringLiteral("the first and longer text"));
-    show_in_browser(QStringLiteral("second"));
+    EXPECT_TRUE(show_in_browser(QStringLiteral("the first and longer text")).ok());
+    EXPECT_TRUE(show_in_browser(QStringLiteral("second")).ok());
     EXPECT_EQ(content(), "second");
     EXPECT_EQ(here(), only_file_);
 }
@@ -130,7 +130,7 @@ TEST_F(Browser, aDirectorysNameIsNeverRun) {
                              "\"", "%s%n", "\xe9", "&", "*"}) {
         QFile::remove(tool("args"));
         enter(name);
-        EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+        EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
         EXPECT_EQ(arguments(), "1\n" + paste_file() + '\n');
         EXPECT_EQ(here(), only_file_);
         ::unlink(paste_file().constData());
@@ -143,7 +143,7 @@ TEST_F(Browser, aLinkIsReplacedAndNotFollowed) {
     const QString other = scratch_.filePath(QStringLiteral("other"));
     testsupport::write_file(other, "precious");
     ASSERT_EQ(::symlink(QFile::encodeName(other).constData(), paste_file().constData()), 0);
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     EXPECT_EQ(read_file(other), "precious");
     struct stat status {};
     ASSERT_EQ(::lstat(paste_file().constData(), &status), 0);
@@ -154,7 +154,7 @@ TEST_F(Browser, aDirectoryThatTakesNoFileStopsSilently) {
     ASSERT_EQ(::chmod(directory_.constData(), 0500), 0);
     {
         const WithoutPrivileges nobody;
-        EXPECT_TRUE(show_in_browser(QStringLiteral("text")).startsWith(u"cannot write "));
+        EXPECT_TRUE(show_in_browser(QStringLiteral("text")).error().startsWith(u"cannot write "));
     }
     EXPECT_TRUE(warnings.isEmpty());
     EXPECT_EQ(arguments(), "");
@@ -167,7 +167,7 @@ TEST_F(Browser, whereNoFileCanBeMadeOnesOwnIsWrittenAgain) {
     close_directory();
     {
         const WithoutPrivileges nobody;
-        EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+        EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     }
     open_directory();
     EXPECT_EQ(content(), "text");
@@ -184,7 +184,7 @@ TEST_F(Browser, whereNoFileCanBeMadeNothingIsWrittenThroughALink) {
         ASSERT_EQ(make_link(other.constData(), paste_file().constData()), 0);
         close_directory();
         const WithoutPrivileges nobody;
-        EXPECT_FALSE(show_in_browser(QStringLiteral("text")).isEmpty());
+        EXPECT_FALSE(show_in_browser(QStringLiteral("text")).error().isEmpty());
     }
     open_directory();
     EXPECT_EQ(read_file(QFile::decodeName(other)), "precious");
@@ -193,14 +193,14 @@ TEST_F(Browser, whereNoFileCanBeMadeNothingIsWrittenThroughALink) {
 
 TEST_F(Browser, aDirectoryOfThatNameStopsIt) {
     ASSERT_EQ(::mkdir(paste_file().constData(), 0700), 0);
-    EXPECT_FALSE(show_in_browser(QStringLiteral("text")).isEmpty());
+    EXPECT_FALSE(show_in_browser(QStringLiteral("text")).error().isEmpty());
     EXPECT_EQ(arguments(), "");
     EXPECT_EQ(here(), only_file_);
 }
 
 TEST_F(Browser, aDirectoryThatIsGoneStopsIt) {
     ASSERT_EQ(::rmdir(directory_.constData()), 0);
-    EXPECT_FALSE(show_in_browser(QStringLiteral("text")).isEmpty());
+    EXPECT_FALSE(show_in_browser(QStringLiteral("text")).error().isEmpty());
     EXPECT_EQ(arguments(), "");
 }
 
@@ -212,7 +212,7 @@ TEST_F(Browser, aFullDiskLeavesTheEarlierFileAndStartsNothing) {
     const auto old_signal = std::signal(SIGXFSZ, SIG_IGN);
     const rlimit small{4096, old.rlim_max};
     setrlimit(RLIMIT_FSIZE, &small);
-    const QString error = show_in_browser(QString(100000, u'x'));
+    const QString error = show_in_browser(QString(100000, u'x')).error();
     setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, old_signal);
     EXPECT_TRUE(error.contains(QStringLiteral("File too large"))) << error.toStdString();
@@ -225,11 +225,11 @@ TEST_F(Browser, aCommandOf255BytesIsTheLongest) {
     const qsizetype rest = 255 - (QByteArray("dlwbrw ") + paste_file()).size() - 1;
     ASSERT_GT(rest, 0);
     enter("work/" + QByteArray(rest, 'd'));
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     EXPECT_EQ(arguments(), "1\n" + paste_file() + '\n');
     QFile::remove(tool("args"));
     enter("work/" + QByteArray(rest + 1, 'd'));
-    EXPECT_FALSE(show_in_browser(QStringLiteral("text")).isEmpty());
+    EXPECT_FALSE(show_in_browser(QStringLiteral("text")).error().isEmpty());
     EXPECT_EQ(warnings.size(), 1);
     EXPECT_EQ(arguments(), "");
     EXPECT_TRUE(here().isEmpty());
@@ -239,7 +239,7 @@ TEST_F(Browser, isNotWaitedForAndLeavesNoZombie) {
     const QByteArray fifo = record("gate");
     ASSERT_EQ(::mkfifo(fifo.constData(), 0600), 0);
     write_script(tool("dlwbrw"), "/bin/cat " + fifo + " > " + record("args") + '\n');
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     struct sigaction now {};
     ::sigaction(SIGCHLD, nullptr, &now);
     EXPECT_EQ(now.sa_handler, SIG_IGN);
@@ -260,7 +260,7 @@ TEST_F(Browser, thatEndsWhileTheSpoolerIsWaitedForLeavesNoZombie) {
                                  record("pid") +
                                  "\nuntil /bin/grep -q State:.Z /proc/$p/status"
                                  "; do [ -d /proc/$p ] || exit 1; done\n");
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     PsPrinter printer;
     printer.setPrinterName(QStringLiteral("queue"));
     QPainter p(&printer);
@@ -274,20 +274,20 @@ TEST_F(Browser, thatEndedWhileTheHostCountedItsChildrenIsClearedAwayByTheNext) {
     const QByteArray gate = record("gate");
     ASSERT_EQ(::mkfifo(gate.constData(), 0600), 0);
     write_script(tool("dlwbrw"), "/bin/cat " + gate + '\n');
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     std::signal(SIGCHLD, SIG_DFL);
     testsupport::write_file(tool("gate"), "end");
     siginfo_t ended = {};
     ASSERT_EQ(::waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT), 0);
     write_script(tool("dlwbrw"), "");
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     EXPECT_EQ(::waitpid(ended.si_pid, nullptr, WNOHANG), -1);
 }
 
 TEST_F(Browser, hasItsSignalsAsUsual) {
     write_script(tool("dlwbrw"), "/bin/grep SigIgn /proc/self/status > " + record("args") + '\n');
     const auto old_pipe = std::signal(SIGPIPE, SIG_IGN);
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     const QByteArray ignored = arguments().mid(QByteArray("SigIgn:").size()).trimmed();
     std::signal(SIGPIPE, old_pipe);
     const quint64 both = (1ULL << (SIGCHLD - 1)) | (1ULL << (SIGPIPE - 1));
@@ -298,6 +298,6 @@ TEST_F(Browser, hasItsSignalsAsUsual) {
 
 TEST_F(Browser, aMissingBrowserIsNoticedByNobody) {
     QFile::remove(tool("dlwbrw"));
-    EXPECT_EQ(show_in_browser(QStringLiteral("text")), QString());
+    EXPECT_EQ(show_in_browser(QStringLiteral("text")).error(), QString());
     EXPECT_EQ(content(), "text");
 }

@@ -65,25 +65,25 @@ TEST(ColumnedText, textIsTakenAsItIs) {
 TEST(PageText, everyLineEndsWithALineFeedAndIsLatin1) {
     const Scratch scratch;
     OutputFile out;
-    ASSERT_TRUE(out.open(scratch.path("out").c_str()));
+    ASSERT_TRUE(out.open(scratch.path("out").c_str()).ok());
     const std::vector<QValueList<StringItem>> rows = {
         {item(1, 4, "\xe9\xdf", 3)}, {}, {item(0, 1, "x", 2)}, {}};
-    EXPECT_EQ(write_page_text(rows, out), QString());
+    EXPECT_EQ(write_page_text(rows, out).error(), QString());
     EXPECT_EQ(scratch.read("out"), "   \xe9\xdf\n\nx\n\n");
 }
 
 TEST(PageText, aPageWithoutLinesIsAnEmptyFile) {
     const Scratch scratch;
     OutputFile out;
-    ASSERT_TRUE(out.open(scratch.path("out").c_str()));
-    EXPECT_EQ(write_page_text({}, out), QString());
+    ASSERT_TRUE(out.open(scratch.path("out").c_str()).ok());
+    EXPECT_EQ(write_page_text({}, out).error(), QString());
     EXPECT_EQ(scratch.names(), QStringList{QStringLiteral("out")});
     EXPECT_EQ(scratch.read("out"), "");
 }
 
 TEST(PageText, aFullDiskIsTold) {
     OutputFile out;
-    ASSERT_TRUE(out.open("/dev/full"));
+    ASSERT_TRUE(out.open("/dev/full").ok());
     const std::vector<QValueList<StringItem>> rows = {{item(0, 1, "x", 2)}};
-    EXPECT_EQ(write_page_text(rows, out), QStringLiteral("No space left on device"));
+    EXPECT_EQ(write_page_text(rows, out).error(), QStringLiteral("No space left on device"));
 }

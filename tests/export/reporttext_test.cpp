@@ -1,15 +1,14 @@
 #include "tests/support/scratch.h"
 
 #include <printman/export/reporttext.h>
+#include <printman/progress.h>
 #include <printman/system/outputfile.h>
 
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
-using printman::EscapeTable;
-using printman::OutputFile;
-using printman::ReportBuffer;
+using namespace printman;
 
 namespace {
 
@@ -24,14 +23,16 @@ struct Saving {
         EXPECT_EQ(report.init(fields), 0);
     }
 
-    std::string error(const std::string& name, const PrintmanProgress& progress = {}) {
+    std::string error(const std::string& name, const Progress& progress = {},
+                      LastColumn last_column = LastColumn::kept) {
         OutputFile out;
-        EXPECT_TRUE(out.open(QString::fromStdString(name)));
-        return printman::write_report_text(report, fields, out, progress).toStdString();
+        EXPECT_TRUE(out.open(QString::fromStdString(name)).ok());
+        JobControl control(progress);
+        return write_report_text(report, fields, out, last_column, control).error().toStdString();
     }
 
-    std::string text() {
-        EXPECT_EQ(error(scratch.path("out.txt")), "");
+    std::string text(LastColumn last_column = LastColumn::kept) {
+        EXPECT_EQ(error(scratch.path("out.txt"), {}, last_column), "");
         return scratch.read("out.txt");
     }
 };
@@ -53,24 +54,27 @@ TEST(ReportText, everyPageHasAllItsLines) {
     EXPECT_EQ(saving.text(), "a\n\nb\n\n\n");
 }
 
-TEST(ReportText, aFullLineLosesItsLastColumn) {
+TEST(ReportText, aFullLineKeepsItsLastColumnUnlessItIsToBeDropped) {
     Saving saving(page("abcd\nabcde\n\n", "5,3"));
-    EXPECT_EQ(saving.text(), "abcd\nabcd\n\n");
+    EXPECT_EQ(saving.text(), "abcd\nabcde\n\n");
+    EXPECT_EQ(saving.text(LastColumn::dropped), "abcd\nabcd\n\n");
     Saving longer(page("x\nabcdefg\n", "5,3"));
-    EXPECT_EQ(longer.text(), "x\nabcd\nfg\n");
+    EXPECT_EQ(longer.text(), "x\nabcde\nfg\n");
+    EXPECT_EQ(longer.text(LastColumn::dropped), "x\nabcd\nfg\n");
 }
 
-TEST(ReportText, aLineOfOneColumnHoldsNothing) {
+TEST(ReportText, aLineOfOneColumnHoldsNothingWithoutIt) {
     Saving saving(page("a\nb\n", "1,2"));
-    EXPECT_EQ(saving.text(), "\n\n");
+    EXPECT_EQ(saving.text(), "a\nb\n");
+    EXPECT_EQ(saving.text(LastColumn::dropped), "\n\n");
 }
 
 TEST(ReportText, aZeroByteHidesTheRestOfItsLine) {
     // The long first line leaves its end behind the second one's zero.
     Saving saving(page("0123456789\nx\n", "5,2"));
-    EXPECT_EQ(saving.text(), "0123\nx\n");
+    EXPECT_EQ(saving.text(), "01234\nx\n");
     Saving empty(page("0123456789\n\n", "5,2"));
-    EXPECT_EQ(empty.text(), "0123\n\n");
+    EXPECT_EQ(empty.text(), "01234\n\n");
 }
 
 TEST(ReportText, markersAreLeftOutAndBytesAndBlanksStay) {
@@ -90,7 +94,7 @@ TEST(ReportText, aSecondIndexingWritesEveryPageTwice) {
 
 TEST(ReportText, savingStartsAtTheFirstPage) {
     Saving saving(page("a\n", "5,1") + page("b\n", "5,1"));
-    saving.report.read_page(printman::page_last, saving.fields);
+    saving.report.read_page(page_last, saving.fields);
     EXPECT_EQ(saving.text(), "a\nb\n");
 }
 
@@ -116,10 +120,10 @@ TEST(ReportText, progressIsToldAfterEachPage) {
 TEST(ReportText, anInterruptedSaveWritesNothing) {
     Saving saving(page("a\n", "5,1") + page("b\n", "5,1"));
     const auto stop = [](int, int) { return false; };
-    EXPECT_EQ(saving.error(saving.scratch.path("out.txt"), stop), "interrupted");
+    EXPECT_EQ(saving.error(saving.scratch.path("out.txt"), stop), "canceled");
     EXPECT_EQ(saving.scratch.names(), QStringList{QStringLiteral("report")});
     saving.scratch.write("earlier", "out.txt");
-    EXPECT_EQ(saving.error(saving.scratch.path("out.txt"), stop), "interrupted");
+    EXPECT_EQ(saving.error(saving.scratch.path("out.txt"), stop), "canceled");
     EXPECT_EQ(saving.scratch.read("out.txt"), "earlier");
 }
 

@@ -6,10 +6,10 @@ using namespace printman;
 
 TEST(JobTurn, isTheFirstOnesAlone) {
     const JobTurn first;
-    EXPECT_TRUE(first.is_first());
+    EXPECT_TRUE(first.check().ok());
     {
         const JobTurn second;
-        EXPECT_FALSE(second.is_first());
+        EXPECT_FALSE(second.check().ok());
     }
-    EXPECT_TRUE(first.is_first());
+    EXPECT_TRUE(first.check().ok());
 }

@@ -88,7 +88,8 @@ protected:
     }
 
     QString print_in(QWidget* parent) {
-        return print_page_as_chosen(parent, owned_printer_, units_, {rows_, columns, lines});
+        return print_page_as_chosen(parent, owned_printer_, units_, {rows_, columns, lines})
+            .error();
     }
     QString print() { return print_in(&parent_); }
 

@@ -42,11 +42,12 @@ protected:
     }
 
     QString paint(int copies, bool collate) {
-        return painting_.paint_pages(QFont(), PageUnits(), {copies, collate});
+        return painting_.paint_pages(QFont(), PageUnits(), {copies, collate}).error();
     }
 
     QString paint_text(std::string_view text, int page_lines) {
-        return painting_.paint_text(report_.scratch.write(text, "text").c_str(), page_lines);
+        return painting_.paint_text(report_.scratch.write(text, "text").c_str(), page_lines)
+            .error();
     }
 
     /// The words of what was painted.
@@ -62,7 +63,8 @@ protected:
     QBuffer buffer_;
     CountedPages device_{&buffer_};
     QPainter painter_;
-    ReportPainter painting_{{report_.buffer, report_.fields, rows_}, device_, painter_};
+    JobControl control_;
+    ReportPainter painting_{{report_.buffer, report_.fields, rows_}, device_, painter_, control_};
 };
 
 } // namespace
@@ -96,11 +98,11 @@ TEST_F(Painting, aDeviceThatTakesNoFurtherPageEndsTheJob) {
 TEST_F(Painting, anAbortEndsTheJobBeforeTheNextPage) {
     bool aborted = false;
     painting_.is_aborted = [&] { return aborted; };
-    painting_.progress = [&](int done, int total) {
+    control_.set_progress([&](int done, int total) {
         EXPECT_EQ(total, 3);
         aborted = done == 2;
         return true;
-    };
+    });
     EXPECT_EQ(paint(1, true), QStringLiteral("canceled"));
     EXPECT_EQ(device_.breaks, 1);
 }
@@ -117,7 +119,7 @@ TEST_F(Painting, whatTurnsThePageBetweenTwoCopiesIsUndone) {
 TEST_F(Painting, marginsThatLeaveNoRoomStillPaintThePage) {
     PageUnits units;
     units.margins = {.left = 1e300, .right = 1e300, .top = 1e300, .bottom = 1e300};
-    EXPECT_EQ(painting_.paint_pages(QFont(), units, {1, true}), QString());
+    EXPECT_EQ(painting_.paint_pages(QFont(), units, {1, true}).error(), QString());
     EXPECT_EQ(words().size(), 3);
 }
 

@@ -79,7 +79,7 @@ TEST(FileBackup, comesBackUnlessItIsDropped) {
     const QString name = QString::fromStdString(scratch.write("earlier", "file"));
     {
         const FileBackup kept(name);
-        EXPECT_EQ(kept.error(), QString());
+        EXPECT_EQ(kept.result().error(), QString());
         ASSERT_TRUE(QFile::remove(name));
         scratch.write("broken", "file");
     }
@@ -103,9 +103,9 @@ TEST(FileBackup, thatWasNotTouchedHasOneNameAfterwards) {
 
 TEST(FileBackup, isNoneWhereThereIsNoFile) {
     const Scratch scratch;
-    EXPECT_EQ(FileBackup(QString::fromStdString(scratch.path("none"))).error(), QString());
-    EXPECT_EQ(FileBackup(QString()).error(), QString());
-    EXPECT_EQ(FileBackup(QStringLiteral("/dev/null")).error(),
+    EXPECT_EQ(FileBackup(QString::fromStdString(scratch.path("none"))).result().error(), QString());
+    EXPECT_EQ(FileBackup(QString()).result().error(), QString());
+    EXPECT_EQ(FileBackup(QStringLiteral("/dev/null")).result().error(),
               QStringLiteral("/dev/null: is no file that can be replaced"));
     EXPECT_EQ(scratch.names(), QStringList());
 }
@@ -115,13 +115,16 @@ TEST(ScratchSet, makesNewEmptyFilesInTheCurrentDirectory) {
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(QString::fromStdString(scratch.path("."))));
     const mode_t mask = ::umask(022);
+    JobControl control;
     ScratchSet first;
     ScratchSet second;
-    EXPECT_EQ(first.create({{"kv", 0600}, {"cp", 0666}}), QString());
-    EXPECT_EQ(second.create({{"kv", 0600}}), QString());
+    EXPECT_EQ(first.create({{"kv", "pdf", 0600}, {"cp", "pdf", 0666}}, control).error(), QString());
+    EXPECT_EQ(second.create({{"kv", "out", 0600}}, control).error(), QString());
     ::umask(mask);
     EXPECT_EQ(scratch.names().size(), 3);
     EXPECT_NE(first.name(0), second.name(0));
+    EXPECT_TRUE(first.name(0).endsWith(QStringLiteral(".pdf")));
+    EXPECT_TRUE(second.name(0).endsWith(QStringLiteral(".out")));
     EXPECT_TRUE(QFileInfo(first.name(1)).fileName().startsWith(QStringLiteral("cp")));
     EXPECT_EQ(QFileInfo(first.name(1)).size(), 0);
     EXPECT_TRUE(QFile::permissions(first.name(1)) & QFile::ReadOther);
@@ -135,7 +138,8 @@ TEST(ScratchSet, leavesNothingWhereNotAllCanBeMade) {
     ASSERT_TRUE(QDir::setCurrent(QString::fromStdString(scratch.path("."))));
     ScratchSet set;
     const std::string long_name(300, 'x');
-    EXPECT_FALSE(set.create({{"kv", 0600}, {long_name.c_str(), 0600}}).isEmpty());
+    JobControl control;
+    EXPECT_FALSE(set.create({{"kv", "pdf", 0600}, {long_name.c_str(), "pdf", 0600}}, control).ok());
     EXPECT_EQ(scratch.names(), QStringList());
     QDir::setCurrent(before);
 }

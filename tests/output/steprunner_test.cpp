@@ -33,13 +33,17 @@ protected:
 
     QString run(const std::vector<PdfStep>& steps, const QStringList& fresh = {}) {
         testing::internal::CaptureStderr();
-        QString failure = StepRunner([this] { return watermark_; }, fresh).run(steps);
+        QString failure = StepRunner(
+                              control_, [this] { return watermark_; }, fresh)
+                              .run(steps)
+                              .error();
         told_ = testing::internal::GetCapturedStderr();
         return failure;
     }
 
     Scratch scratch_;
-    QString watermark_;
+    JobControl control_;
+    Result watermark_;
     std::string told_;
 };
 
@@ -140,7 +144,7 @@ TEST_F(Steps, aFileThatWasMadeForTheJobKeepsItsPermissions) {
 }
 
 TEST_F(Steps, aWatermarkThatFailsFailsTheJobWithoutBeingToldTwice) {
-    watermark_ = QStringLiteral("no paint");
+    watermark_ = Result::failure(QStringLiteral("no paint"));
     EXPECT_EQ(run({{Kind::make_watermark, {}, {}, path("w")}, make(echo("x", "a"), "a")}),
               QStringLiteral("no paint"));
     EXPECT_EQ(told_, "");
@@ -161,7 +165,8 @@ TEST(MoveFile, followsALinkAndKeepsThePermissionsOfTheFileThere) {
     ASSERT_EQ(::chmod(scratch.path("target").c_str(), 0640), 0);
     ASSERT_EQ(::symlink("target", scratch.path("link").c_str()), 0);
     const QString link = QString::fromStdString(scratch.path("link"));
-    EXPECT_EQ(move_file(QString::fromStdString(scratch.write("new", "from")), link), QString());
+    EXPECT_EQ(move_file(QString::fromStdString(scratch.write("new", "from")), link).error(),
+              QString());
     EXPECT_EQ(scratch.read("target"), "new");
     EXPECT_TRUE(QFileInfo(link).isSymLink());
     EXPECT_EQ(QFile::permissions(link) & QFile::ReadGroup, QFile::ReadGroup);
@@ -171,11 +176,12 @@ TEST(MoveFile, followsALinkAndKeepsThePermissionsOfTheFileThere) {
 TEST(MoveFile, refusesWhatIsNoFile) {
     const Scratch scratch;
     const QString from = QString::fromStdString(scratch.write("new", "from"));
-    EXPECT_TRUE(
-        move_file(from, QStringLiteral("/dev/null")).startsWith(QStringLiteral("/dev/null: ")));
-    EXPECT_NE(move_file(from, QString::fromStdString(scratch.path("."))), QString());
+    EXPECT_TRUE(move_file(from, QStringLiteral("/dev/null"))
+                    .error()
+                    .startsWith(QStringLiteral("/dev/null: ")));
+    EXPECT_FALSE(move_file(from, QString::fromStdString(scratch.path("."))).ok());
     ASSERT_EQ(::symlink("loop", scratch.path("loop").c_str()), 0);
-    EXPECT_NE(move_file(from, QString::fromStdString(scratch.path("loop"))), QString());
+    EXPECT_FALSE(move_file(from, QString::fromStdString(scratch.path("loop"))).ok());
     EXPECT_EQ(scratch.read("from"), "new");
 }
 
@@ -184,7 +190,7 @@ TEST(MoveFile, copiesFromOneFileSystemToAnother) {
     const QString from = QStringLiteral("/dev/shm/printman-move-%1").arg(::getpid());
     write_file(from, QByteArray(1 << 20, 'x'));
     const QString to = QString::fromStdString(scratch.path("to"));
-    EXPECT_EQ(move_file(from, to), QString());
+    EXPECT_EQ(move_file(from, to).error(), QString());
     EXPECT_EQ(QFileInfo(to).size(), 1 << 20);
     EXPECT_FALSE(QFile::exists(from));
 }

@@ -63,16 +63,20 @@ bool ends(int process) {
 
 TEST(RunCommand, knowsTheStatus) {
     EXPECT_TRUE(run_command("true").ok());
-    const CommandEnd end = run_command("exit 7");
-    EXPECT_FALSE(end.ok());
-    EXPECT_EQ(describe_failure("exit 7", end), QStringLiteral("'exit 7' failed with status 7"));
+    const CommandResult result = run_command("exit 7");
+    EXPECT_FALSE(result.ok());
+    const Result failure = command_failure("exit 7", result);
+    EXPECT_EQ(failure.error(), QStringLiteral("'exit 7' failed with status 7"));
+    EXPECT_EQ(failure.tool(), QStringLiteral("exit"));
+    EXPECT_EQ(failure.tool_end(), QStringLiteral("failed with status 7"));
 }
 
 TEST(RunCommand, knowsTheSignal) {
-    const CommandEnd end = run_command("kill -9 $$");
-    EXPECT_FALSE(end.ok());
-    EXPECT_FALSE(end.is_interrupted());
-    EXPECT_EQ(describe_failure("kill", end), QStringLiteral("'kill' was ended by signal 9"));
+    const CommandResult result = run_command("kill -9 $$");
+    EXPECT_FALSE(result.ok());
+    EXPECT_FALSE(result.is_interrupted());
+    EXPECT_EQ(command_failure("kill", result).error(),
+              QStringLiteral("'kill' was ended by signal 9"));
     EXPECT_TRUE(run_command("kill -INT $$").is_interrupted());
     EXPECT_TRUE(run_command("exit 130").is_interrupted());
 }
@@ -133,23 +137,26 @@ TEST(RunCommand, endsTheCommandWithThisProcess) {
     EXPECT_TRUE(ends(number.trimmed().toInt()));
 }
 
-TEST(TellFailure, writesOneLineThatTellsTheTerminalNothing) {
+TEST(ReportFailure, writesOneLineThatTellsTheTerminalNothing) {
     testing::internal::CaptureStderr();
-    tell_failure(QStringLiteral("a\nb\x1b[2Jc\td"));
+    report_failure(QStringLiteral("a\nb\x1b[2Jc\td"));
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "printman: a b?[2Jc d\n");
 }
 
-TEST(CommandRun, endsWithAllThatItStartedWhenItsCallerHasEnough) {
+TEST(RunCommand, endsWithAllThatItStartedWhenItIsCanceled) {
     const QTemporaryDir scratch;
     const QString mark = scratch.filePath(QStringLiteral("mark"));
     QElapsedTimer clock;
     clock.start();
-    const CommandEnd end = run_command(
+    JobControl control([&mark](int, int) { return !QFile::exists(mark); });
+    const CommandResult result = run_command(
         "sleep 100 & echo $! >" + QFile::encodeName(mark + QStringLiteral(".new")) + "; mv " +
             QFile::encodeName(mark + QStringLiteral(".new ") + mark) + "; wait",
-        [&mark] { return !QFile::exists(mark); });
-    EXPECT_TRUE(end.is_stopped);
-    EXPECT_FALSE(end.ok());
+        &control);
+    EXPECT_TRUE(result.is_canceled);
+    EXPECT_FALSE(result.ok());
+    EXPECT_TRUE(command_failure("sleep", result).is_canceled());
+    EXPECT_EQ(control.stage(), JobStage::tool);
     EXPECT_LT(clock.elapsed(), 60000);
     QFile file(mark);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
@@ -157,6 +164,7 @@ TEST(CommandRun, endsWithAllThatItStartedWhenItsCallerHasEnough) {
     EXPECT_TRUE(ends(child));
 }
 
-TEST(CommandRun, goesOnAsLongAsItsCallerSaysSo) {
-    EXPECT_EQ(run_command("sleep 0.2; exit 7", [] { return true; }).status, 7);
+TEST(RunCommand, goesOnUntilItIsCanceled) {
+    JobControl control([](int, int) { return true; });
+    EXPECT_EQ(run_command("sleep 0.2; exit 7", &control).status, 7);
 }

@@ -30,7 +30,8 @@ protected:
         const pid_t child = ::fork();
         if (child == 0) {
             FileLock lock;
-            const bool taken = lock.take_file(name(), 1s).isEmpty();
+            JobControl control;
+            const bool taken = lock.take_file(name(), control, 1s).ok();
             EXPECT_EQ(::write(ends[1], taken ? "y" : "n", 1), 1);
             ::pause();
         }
@@ -49,13 +50,14 @@ protected:
 
     Scratch scratch_;
     FileLock lock_;
+    JobControl control_;
 };
 
 } // namespace
 
 TEST_F(LockFile, isMadeForEveryoneAndStays) {
     const mode_t mask = ::umask(077);
-    EXPECT_EQ(lock_.take_file(name()), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_).error(), QString());
     ::umask(mask);
     lock_.release();
     const QFileInfo file(QString::fromLocal8Bit(name()));
@@ -66,21 +68,22 @@ TEST_F(LockFile, isMadeForEveryoneAndStays) {
 
 TEST_F(LockFile, isWaitedForAndTakenWhenItsHolderDies) {
     const pid_t other = holder();
-    const QString busy = lock_.take_file(name(), 50ms);
+    const QString busy = lock_.take_file(name(), control_, 50ms).error();
     EXPECT_TRUE(busy.endsWith(QStringLiteral("is in use by another print job")))
         << busy.toStdString();
     end(other);
-    EXPECT_EQ(lock_.take_file(name(), 50ms), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_, 50ms).error(), QString());
 }
 
 TEST_F(LockFile, isWaitedForAsLongAsItsUserSaysSo) {
     const pid_t other = holder();
     int asked = 0;
-    EXPECT_EQ(lock_.take_file(name(), 1h, [&asked] { return ++asked < 3; }),
-              QStringLiteral("canceled"));
+    JobControl impatient([&asked](int, int) { return ++asked < 3; });
+    EXPECT_EQ(lock_.take_file(name(), impatient, 1h).error(), QStringLiteral("canceled"));
     EXPECT_EQ(asked, 3);
     end(other);
-    EXPECT_EQ(lock_.take_file(name(), 1h, [] { return false; }), QString());
+    JobControl refusing([](int, int) { return false; });
+    EXPECT_EQ(lock_.take_file(name(), refusing, 1h).error(), QString());
 }
 
 TEST_F(LockFile, thatIsAnotherUsersIsTakenAsItIs) {
@@ -89,7 +92,7 @@ TEST_F(LockFile, thatIsAnotherUsersIsTakenAsItIs) {
     if (::geteuid() == 0) {
         ASSERT_EQ(::chown(name().constData(), 65534, 65534), 0);
     }
-    EXPECT_EQ(lock_.take_file(name(), 0ms), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_, 0ms).error(), QString());
     EXPECT_EQ(scratch_.read("lock"), "whatever");
     EXPECT_EQ(scratch_.names().size(), 1);
 }
@@ -99,45 +102,45 @@ TEST_F(LockFile, thatItsOwnerKeepsToHimselfHasOneOfTheUsersOwnBesideIt) {
     scratch_.write("", "lock");
     ASSERT_EQ(::chmod(name().constData(), 0), 0);
     const WithoutPrivileges user;
-    EXPECT_EQ(lock_.take_file(name(), 0ms), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_, 0ms).error(), QString());
     EXPECT_EQ(scratch_.names().size(), 2);
     FileLock second;
-    EXPECT_NE(second.take_file(name(), 0ms), QString());
+    EXPECT_NE(second.take_file(name(), control_, 0ms).error(), QString());
 }
 
 TEST_F(LockFile, thatIsALinkIsReplacedAndWhatItNamesIsNotTouched) {
     ASSERT_EQ(::symlink(scratch_.path("other").c_str(), name().constData()), 0);
-    EXPECT_EQ(lock_.take_file(name(), 1s), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_, 1s).error(), QString());
     EXPECT_FALSE(QFile::exists(QString::fromStdString(scratch_.path("other"))));
     EXPECT_FALSE(QFileInfo(QString::fromLocal8Bit(name())).isSymLink());
 }
 
 TEST_F(LockFile, thatIsNoFileIsNotWaitedFor) {
     ASSERT_EQ(::mkfifo(name().constData(), 0600), 0);
-    EXPECT_EQ(lock_.take_file(name(), 1s), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_, 1s).error(), QString());
     FileLock second;
-    EXPECT_NE(second.take_file(name(), 0ms), QString());
+    EXPECT_NE(second.take_file(name(), control_, 0ms).error(), QString());
 }
 
 TEST_F(LockFile, thatCannotBeMadeIsToldAtOnce) {
     const auto start = std::chrono::steady_clock::now();
-    const QString why = lock_.take_file("/nowhere/lock");
+    const QString why = lock_.take_file("/nowhere/lock", control_).error();
     EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
     EXPECT_TRUE(why.startsWith(QStringLiteral("/nowhere/lock"))) << why.toStdString();
 }
 
 TEST_F(LockFile, thatWasRemovedMeanwhileIsMadeAnew) {
-    EXPECT_EQ(lock_.take_file(name()), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_).error(), QString());
     ASSERT_EQ(::unlink(name().constData()), 0);
     FileLock second;
-    EXPECT_EQ(second.take_file(name(), 1s), QString());
+    EXPECT_EQ(second.take_file(name(), control_, 1s).error(), QString());
     EXPECT_TRUE(QFile::exists(QString::fromLocal8Bit(name())));
     FileLock third;
-    EXPECT_NE(third.take_file(name(), 0ms), QString());
+    EXPECT_NE(third.take_file(name(), control_, 0ms).error(), QString());
 }
 
 TEST_F(LockFile, isNotHeldByProgramsThatAreStarted) {
-    EXPECT_EQ(lock_.take_file(name()), QString());
+    EXPECT_EQ(lock_.take_file(name(), control_).error(), QString());
     const pid_t child = ::fork();
     if (child == 0) {
         ::execl("/bin/sleep", "sleep", "100", nullptr);
@@ -146,19 +149,19 @@ TEST_F(LockFile, isNotHeldByProgramsThatAreStarted) {
     ::usleep(200000);
     lock_.release();
     FileLock second;
-    EXPECT_EQ(second.take_file(name(), 1s), QString());
+    EXPECT_EQ(second.take_file(name(), control_, 1s).error(), QString());
     end(child);
 }
 
 TEST_F(LockFile, ofTheCurrentDirectoryIsItself) {
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(QString::fromStdString(scratch_.path("."))));
-    EXPECT_EQ(lock_.take_current_directory(), QString());
+    EXPECT_EQ(lock_.take_current_directory(control_).error(), QString());
     FileLock second;
-    EXPECT_EQ(second.take_current_directory(50ms),
+    EXPECT_EQ(second.take_current_directory(control_, 50ms).error(),
               QStringLiteral("the current directory: is in use by another print job"));
     EXPECT_EQ(scratch_.names(), QStringList());
     lock_.release();
-    EXPECT_EQ(second.take_current_directory(50ms), QString());
+    EXPECT_EQ(second.take_current_directory(control_, 50ms).error(), QString());
     QDir::setCurrent(before);
 }

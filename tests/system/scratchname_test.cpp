@@ -24,7 +24,8 @@ protected:
 
     /// Creates the file and writes into it.
     bool create(const std::string& bytes) {
-        const int fd = create_scratch_file(name(), error_);
+        int fd = -1;
+        error_ = create_scratch_file(name(), fd).error();
         if (fd < 0)
             return false;
         EXPECT_EQ(::fcntl(fd, F_GETFD), FD_CLOEXEC);
@@ -40,16 +41,16 @@ protected:
 } // namespace
 
 TEST_F(ScratchName, aFreeNameAndOnesOwnFileAreGranted) {
-    EXPECT_EQ(claim_scratch_name(name()), QString());
+    EXPECT_EQ(claim_scratch_name(name()).error(), QString());
     scratch_.write("mine", "fixed");
-    EXPECT_EQ(claim_scratch_name(name()), QString());
+    EXPECT_EQ(claim_scratch_name(name()).error(), QString());
     EXPECT_EQ(scratch_.read("fixed"), "mine");
 }
 
 TEST_F(ScratchName, aLinkIsRemovedAndWhatItNamesStays) {
     scratch_.write("precious", "other");
     ASSERT_EQ(::symlink(path("other").c_str(), path().c_str()), 0);
-    EXPECT_EQ(claim_scratch_name(name()), QString());
+    EXPECT_EQ(claim_scratch_name(name()).error(), QString());
     EXPECT_EQ(scratch_.names(), QStringList{QStringLiteral("other")});
     EXPECT_EQ(scratch_.read("other"), "precious");
 }
@@ -57,7 +58,7 @@ TEST_F(ScratchName, aLinkIsRemovedAndWhatItNamesStays) {
 TEST_F(ScratchName, aLinkToNothingOrToADirectoryIsRemoved) {
     for (const char* target : {"nowhere", "/tmp", "fixed"}) {
         ASSERT_EQ(::symlink(target, path().c_str()), 0);
-        EXPECT_EQ(claim_scratch_name(name()), QString());
+        EXPECT_EQ(claim_scratch_name(name()).error(), QString());
         EXPECT_EQ(inode_type(), 0U);
     }
     EXPECT_TRUE(scratch_.names().isEmpty());
@@ -66,42 +67,44 @@ TEST_F(ScratchName, aLinkToNothingOrToADirectoryIsRemoved) {
 TEST_F(ScratchName, aSecondNameOfOnesOwnFileIsRemoved) {
     scratch_.write("precious", "other");
     ASSERT_EQ(::link(path("other").c_str(), path().c_str()), 0);
-    EXPECT_EQ(claim_scratch_name(name()), QString());
+    EXPECT_EQ(claim_scratch_name(name()).error(), QString());
     EXPECT_EQ(scratch_.names(), QStringList{QStringLiteral("other")});
 }
 
 TEST_F(ScratchName, anotherUsersFileIsRefusedAndStays) {
     scratch_.write("theirs", "fixed");
-    const QString error = claim_scratch_name(name(), ::geteuid() + 1);
+    const QString error = claim_scratch_name(name(), ::geteuid() + 1).error();
     EXPECT_EQ(error, QString::fromStdString(path()) + QStringLiteral(": belongs to another user"));
     EXPECT_EQ(scratch_.read("fixed"), "theirs");
 }
 
 TEST_F(ScratchName, aDirectoryAndAPipeAreRefusedAndStay) {
     ASSERT_EQ(::mkdir(path().c_str(), 0700), 0);
-    EXPECT_FALSE(claim_scratch_name(name()).isEmpty());
+    EXPECT_FALSE(claim_scratch_name(name()).error().isEmpty());
     EXPECT_FALSE(create("x"));
     EXPECT_FALSE(error_.isEmpty());
     EXPECT_EQ(inode_type(), static_cast<mode_t>(S_IFDIR));
     ::rmdir(path().c_str());
     ASSERT_EQ(::mkfifo(path().c_str(), 0600), 0);
-    EXPECT_FALSE(claim_scratch_name(name()).isEmpty());
+    EXPECT_FALSE(claim_scratch_name(name()).error().isEmpty());
     EXPECT_FALSE(create("x"));
     EXPECT_EQ(inode_type(), static_cast<mode_t>(S_IFIFO));
 }
 
 TEST_F(ScratchName, aDeviceIsRefused) {
-    EXPECT_TRUE(claim_scratch_name("/dev/null").contains(QStringLiteral("no file")));
+    EXPECT_TRUE(claim_scratch_name("/dev/null").error().contains(QStringLiteral("no file")));
 }
 
 TEST_F(ScratchName, aNameThatCannotBeLookedAtIsRefused) {
     scratch_.write("file", "fixed");
     for (const QByteArray& bad : {name() + "/below", QByteArray(scratch_.path("none/x").c_str())}) {
-        QString error;
-        EXPECT_EQ(create_scratch_file(bad, error), -1);
-        EXPECT_FALSE(error.isEmpty());
+        int fd = 0;
+        EXPECT_FALSE(create_scratch_file(bad, fd).ok());
+        EXPECT_EQ(fd, -1);
+        EXPECT_FALSE(create_scratch_file(bad).ok());
     }
-    EXPECT_TRUE(claim_scratch_name(name() + "/below").endsWith(QStringLiteral("Not a directory")));
+    EXPECT_TRUE(
+        claim_scratch_name(name() + "/below").error().endsWith(QStringLiteral("Not a directory")));
 }
 
 TEST_F(ScratchName, aNewFileIsTheOwnersAlone) {
