@@ -1,34 +1,63 @@
 #include "tests/support/desktop.h"
 
 #include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
+#include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QTest>
 #include <QWidget>
+#include <QWindow>
 
 #include <array>
 #include <cstdlib>
+#include <xcb/xcb.h>
 
 namespace testsupport {
 
 namespace {
 
-constexpr int settle_milliseconds = 30;
+/// Sees the server's news of a window's properties.
+class PropertyNews : public QAbstractNativeEventFilter {
+public:
+    explicit PropertyNews(WId window) : window_(window) { qApp->installNativeEventFilter(this); }
+    ~PropertyNews() override { qApp->removeNativeEventFilter(this); }
+    PropertyNews(const PropertyNews&) = delete;
+    PropertyNews& operator=(const PropertyNews&) = delete;
 
+    bool has_come() const { return has_come_; }
+
+    bool nativeEventFilter(const QByteArray& /*type*/, void* message,
+                           qintptr* /*result*/) override {
+        const auto& news = *static_cast<const xcb_property_notify_event_t*>(message);
+        constexpr int sent_by_program = 0x80;
+        has_come_ = has_come_ || ((news.response_type & ~sent_by_program) == XCB_PROPERTY_NOTIFY &&
+                                  news.window == window_);
+        return false;
+    }
+
+private:
+    WId window_;
+    bool has_come_ = false;
+};
+
+/// Runs xdotool. When it ends the server has done what it asked for, as its last question to the
+/// server has been answered.
 void xdotool(const QStringList& arguments) {
     const ToolResult result = run(QStringLiteral("xdotool"), arguments);
     if (result.status != 0) {
         std::fprintf(stderr, "xdotool failed: %s\n", result.err.constData());
         std::abort();
     }
-    QTest::qWait(settle_milliseconds);
+    input::settle();
 }
 
 } // namespace
 
 Desktop::Desktop() {
-    // The server chooses a number that is free and says which, and ends with its last client.
-    server_ = ::popen("exec Xvfb -displayfd 1 -screen 0 1600x1200x24 -nolisten tcp -terminate "
+    // The server chooses a number that is free and says which, and ends with its last client. A key
+    // that a slow machine is late to release would be typed again and again.
+    server_ = ::popen("exec Xvfb -displayfd 1 -screen 0 1600x1200x24 -nolisten tcp -terminate -r "
                       "2>/dev/null",
                       "r");
     std::array<char, 16> number{};
@@ -47,6 +76,19 @@ Desktop::~Desktop() {
 }
 
 namespace input {
+
+void settle() {
+    // What the server tells comes in the order in which it happened: after its news of a window
+    // that is made now there is nothing earlier to come.
+    QWindow last;
+    last.create();
+    const PropertyNews news(last.winId());
+    if (!wait_for([&news] { return news.has_come(); })) {
+        std::fprintf(stderr, "the display does not answer\n");
+        std::abort();
+    }
+    QCoreApplication::processEvents();
+}
 
 void move(const QWidget& widget, QPoint at) {
     const QPoint global = widget.mapToGlobal(at) * widget.devicePixelRatioF();
@@ -87,10 +129,11 @@ void type(const QString& text) {
 }
 
 bool activate(QWidget& window) {
-    if (!QTest::qWaitForWindowExposed(&window))
+    const int limit = static_cast<int>(hung_after.count());
+    if (!QTest::qWaitForWindowExposed(&window, limit))
         return false;
     xdotool({QStringLiteral("windowfocus"), QString::number(window.winId())});
-    return QTest::qWaitForWindowActive(&window);
+    return QTest::qWaitForWindowActive(&window, limit);
 }
 
 } // namespace input

@@ -24,8 +24,12 @@ private:
 };
 
 /// Mouse and keyboard of the display, driven from outside the program: events come through the
-/// window system as those of a user do. Each call returns when the events have been handled.
+/// window system as those of a user do. Each call returns when the events have been handled, and
+/// so has whatever the program asked of the window system before it.
 namespace input {
+
+/// Handles everything that has happened on the display until now.
+void settle();
 
 /// Moves the mouse to @p at of @p widget.
 void move(const QWidget& widget, QPoint at);

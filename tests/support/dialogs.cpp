@@ -1,5 +1,7 @@
 #include "tests/support/dialogs.h"
 
+#include "tests/support/waiting.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QPushButton>
@@ -12,7 +14,6 @@ namespace testsupport {
 namespace {
 
 constexpr int poll_milliseconds = 10;
-constexpr int patience_milliseconds = 10000;
 
 void click(QDialog& dialog, QDialogButtonBox::StandardButton which) {
     auto* box = dialog.findChild<QDialogButtonBox*>();
@@ -29,8 +30,7 @@ DialogAnswers::DialogAnswers(std::initializer_list<Answer> answers) : answers_(a
 }
 
 DialogAnswers::~DialogAnswers() {
-    EXPECT_EQ(answers_.size() + waiting_, 0U)
-        << "expected dialogs that did not open, or closed at once";
+    EXPECT_TRUE(all_given()) << "expected dialogs that did not open, or closed at once";
 }
 
 DialogAnswers& DialogAnswers::then(Answer answer) {
@@ -46,12 +46,22 @@ void DialogAnswers::cancel(QDialog& dialog) {
     click(dialog, QDialogButtonBox::Cancel);
 }
 
+void DialogAnswers::refuse(QDialog& dialog) {
+    ADD_FAILURE() << "unexpected: " << dialog.metaObject()->className() << " \""
+                  << dialog.windowTitle().toStdString() << '"';
+    dialog.reject();
+}
+
+bool DialogAnswers::is_left(QDialog* dialog) const {
+    return std::ranges::any_of(left_, [dialog](const auto& is_one) { return is_one(dialog); });
+}
+
 void DialogAnswers::look() {
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || !dialog->isVisible())
+    if (!dialog || !dialog->isVisible() || is_left(dialog))
         return;
     if (std::ranges::find(answered_, dialog) != answered_.end()) {
-        if (since_answer_.elapsed() > patience_milliseconds) {
+        if (since_answer_.hasExpired(hung_after.count())) {
             ADD_FAILURE() << dialog->metaObject()->className() << " does not close";
             dialog->reject();
         }
@@ -60,9 +70,7 @@ void DialogAnswers::look() {
     answered_.emplace_back(dialog);
     since_answer_.start();
     if (answers_.empty()) {
-        ADD_FAILURE() << "unexpected: " << dialog->metaObject()->className() << " \""
-                      << dialog->windowTitle().toStdString() << '"';
-        dialog->reject();
+        refuse(*dialog);
         return;
     }
     // Not within this timer's event: the answer may open another dialog, which is to be seen too.

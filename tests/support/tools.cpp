@@ -1,11 +1,26 @@
 #include "tests/support/tools.h"
 
+#include "tests/support/waiting.h"
+
 #include <QFile>
 #include <QProcess>
+#include <gtest/gtest.h>
 
 #include <csignal>
 
 namespace testsupport {
+
+namespace {
+
+/// What a tool that may not fail writes.
+QByteArray expect_success(const QString& tool, const QStringList& arguments) {
+    const ToolResult result = run(tool, arguments);
+    EXPECT_EQ(result.status, 0) << tool.toStdString() << ' ' << arguments.join(u' ').toStdString()
+                                << ": " << result.err.toStdString();
+    return result.out;
+}
+
+} // namespace
 
 ToolResult run(const QString& program, const QStringList& arguments) {
     // A paste leaves it ignored, and statuses with it.
@@ -13,7 +28,8 @@ ToolResult run(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
     ToolResult result;
-    if (!process.waitForStarted() || !process.waitForFinished(60000))
+    if (!process.waitForStarted(-1) ||
+        !process.waitForFinished(static_cast<int>(hung_after.count())))
         return result;
     if (process.exitStatus() == QProcess::NormalExit)
         result.status = process.exitCode();
@@ -39,22 +55,23 @@ void write_script(const QString& path, const QByteArray& body) {
 }
 
 QString make_pdf(const QString& ps) {
-    const QString pdf = ps + QStringLiteral(".pdf");
-    return run(QStringLiteral("ps2pdf"), {ps, pdf}).status == 0 ? pdf : QString();
+    QString pdf = ps + QStringLiteral(".pdf");
+    expect_success(QStringLiteral("ps2pdf"), {ps, pdf});
+    return pdf;
 }
 
 QStringList pdf_words(const QString& pdf) {
-    const QByteArray text =
-        run(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), pdf, QStringLiteral("-")}).out;
-    return QString::fromUtf8(text).simplified().split(u' ');
+    const QByteArray words = expect_success(QStringLiteral("pdftotext"),
+                                            {QStringLiteral("-layout"), pdf, QStringLiteral("-")});
+    return QString::fromUtf8(words).simplified().split(u' ');
 }
 
 QImage pdf_picture(const QString& pdf, int page, int dpi) {
     const QString number = QString::number(page);
-    run(QStringLiteral("pdftoppm"),
-        {QStringLiteral("-png"), QStringLiteral("-singlefile"), QStringLiteral("-r"),
-         QString::number(dpi), QStringLiteral("-f"), number, QStringLiteral("-l"), number, pdf,
-         pdf});
+    expect_success(QStringLiteral("pdftoppm"),
+                   {QStringLiteral("-png"), QStringLiteral("-singlefile"), QStringLiteral("-r"),
+                    QString::number(dpi), QStringLiteral("-f"), number, QStringLiteral("-l"),
+                    number, pdf, pdf});
     return QImage(pdf + QStringLiteral(".png"));
 }
 

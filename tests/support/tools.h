@@ -7,6 +7,11 @@
 
 namespace testsupport {
 
+/// A text that stands in a test's source, which is UTF-8.
+inline QString text(const char* utf8) {
+    return QString::fromUtf8(utf8);
+}
+
 struct ToolResult {
     int status = -1; ///< exit status; -1 when it did not start or was killed
     QByteArray out;
@@ -24,10 +29,13 @@ void write_file(const QString& path, const QByteArray& bytes);
 /// Writes an executable shell script; the first line is added.
 void write_script(const QString& path, const QByteArray& body);
 
-/// The PDF that ps2pdf makes of a PostScript file, beside it; an empty name when it fails.
+// What the tools make of a PostScript file or a PDF; a test fails when they fail.
+
+/// The PDF that ps2pdf makes of a PostScript file, beside it.
 QString make_pdf(const QString& ps);
 
-/// The words of a PDF in reading order, as pdftotext finds them.
+/// The words of a PDF in reading order, as pdftotext finds them; of one without any, one empty
+/// text.
 QStringList pdf_words(const QString& pdf);
 
 /// A page of a PDF as a picture, at @p dpi dots an inch.

@@ -6,6 +6,7 @@
 #include <vector>
 
 using testsupport::pdf_words;
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {
@@ -13,6 +14,9 @@ namespace {
 /// Jobs to a real queue.
 class RealQueue : public Printing {
 protected:
+    // Other processes print, too.
+    RealQueue() : Printing(JobLock::free) {}
+
     int print(const char* id) { return manager_.print_rpt_page(nullptr, id, 1, 1, 0, 0); }
 
     QStringList words(const QByteArray& pdf) {

@@ -14,6 +14,7 @@
 
 using testsupport::DialogAnswers;
 using testsupport::pdf_words;
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {

@@ -10,6 +10,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {

@@ -9,6 +9,7 @@
 #include <functional>
 
 using testsupport::DialogAnswers;
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {
@@ -126,7 +127,8 @@ TEST_F(Lifetime, aManagerThatGoesWhileAPageIsToldEndsTheJob) {
 }
 
 TEST_F(Lifetime, aManagerThatGoesWhileAToolWorksEndsTheJob) {
-    stub("ps2pdf", "/bin/sleep 60\n");
+    // A job that waits for its end hangs.
+    stub("ps2pdf", "/bin/sleep 3600\n");
     host_->pdf_mode = true;
     host_->set_progress([this, again = 0](int done, int) mutable {
         if (done == 3 && ++again == 2)

@@ -4,6 +4,7 @@
 #include <QPainter>
 
 using testsupport::read_file;
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {
@@ -32,9 +33,8 @@ protected:
 TEST_F(PdfJobs, createRunsTwoCommandsForAReportWithAForm) {
     report(1);
     paint();
-    manager_.form_file = text("/forms/f.pdf");
-    write_file(path(text("f.pdf")), "form");
     manager_.form_file = path(text("f.pdf"));
+    write_file(manager_.form_file, "form");
     EXPECT_EQ(manager_.create_pdffile(), 1) << error().toStdString();
     const QString result = manager_.result_pdf_file;
     EXPECT_TRUE(result.startsWith(work_.path() + text("/cp"))) << result.toStdString();
@@ -45,7 +45,7 @@ TEST_F(PdfJobs, createRunsTwoCommandsForAReportWithAForm) {
     EXPECT_EQ(fixed_names(), QStringList());
 }
 
-TEST_F(PdfJobs, printRunsTheDescribedCommandsForAWatermarkBehindAForm) {
+TEST_F(PdfJobs, printRunsFiveCommandsForAWatermarkBehindAForm) {
     report(1);
     paint();
     mark(0);

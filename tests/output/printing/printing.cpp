@@ -4,18 +4,31 @@
 
 using namespace testsupport;
 
-Printing::Printing() : before_(QDir::currentPath()) {
+namespace {
+
+void take(printman::FixedNames& names) {
+    static_cast<void>(names.take());
+    EXPECT_TRUE(names.is_held());
+}
+
+} // namespace
+
+Printing::Printing(JobLock lock) : before_(QDir::currentPath()) {
+    take(job_lock_);
+    free_scratch_names();
+    if (lock == JobLock::free)
+        job_lock_.release();
     testhost::reset();
     testhost::set("TMPDIR", work_.path().toLocal8Bit());
     testhost::set("PRTINI", reports_.path().toLocal8Bit());
     QDir::setCurrent(work_.path());
-    remove_fixed_names();
     write_setup({record("laser", "office"), record("plain", "My GENERIC printer")});
 }
 
 Printing::~Printing() {
     QDir::setCurrent(before_);
-    remove_fixed_names();
+    take(job_lock_);
+    free_scratch_names();
     testhost::reset();
 }
 
@@ -73,16 +86,7 @@ QStringList Printing::files() const {
 }
 
 QStringList Printing::fixed_names() {
-    QStringList names;
-    for (const char* name : {"korvo.ps", "korvo.pdf", "korvoout.pdf", "korvoout2.pdf",
-                             "watermark.ps", "watermark.pdf"})
-        if (QFile::exists(text("/tmp/") + text(name)))
-            names << text(name);
-    return names;
-}
-
-void Printing::remove_fixed_names() {
-    for (const QString& name : {text("korvo.ps"), text("korvo.pdf"), text("korvoout.pdf"),
-                                text("korvoout2.pdf"), text("watermark.ps"), text("watermark.pdf")})
-        QFile::remove(text("/tmp/") + name);
+    printman::FixedNames no_other_job;
+    take(no_other_job);
+    return taken_scratch_names();
 }

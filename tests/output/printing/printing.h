@@ -1,10 +1,12 @@
 #pragma once
 
 #include "tests/printer/setuprecords.h"
+#include "tests/support/scratchnames.h"
 #include "tests/support/testhost.h"
 #include "tests/support/tools.h"
 
 #include <printman/printman.h>
+#include <printman/system/fixednames.h>
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -14,10 +16,17 @@
 #include <memory>
 
 /// A manager with a report, printers and a current directory of the test's own, which is also
-/// TMPDIR and PRTINI. The fixed names in /tmp are free before and afterwards.
+/// TMPDIR and PRTINI. The fixed names in /tmp are free before and afterwards, and no other test is
+/// about them meanwhile.
 class Printing : public testing::Test {
 protected:
-    Printing();
+    /// Who has the library's lock on the fixed names while the test runs.
+    enum class JobLock {
+        held, ///< the test, and so have all jobs of this process: no other program's job comes in
+        free  ///< whoever takes it: the test is about that, or other processes do its jobs
+    };
+
+    explicit Printing(JobLock lock = JobLock::held);
     ~Printing() override;
 
     /// Adopts a report of @p pages pages of 20 x 3, with "page1", "page2", ... on them.
@@ -43,8 +52,7 @@ protected:
     QStringList files() const;
     QString error() const { return manager_.last_job_error(); }
 
-    static QString text(const char* utf8) { return QString::fromUtf8(utf8); }
-    static void remove_fixed_names();
+    /// Those of the fixed names that are taken while no job of another process is under way.
     static QStringList fixed_names();
 
     /// What a call writes to standard error.
@@ -55,6 +63,8 @@ protected:
         return testing::internal::GetCapturedStderr();
     }
 
+    testsupport::ScratchNamesAlone alone_;
+    printman::FixedNames job_lock_;
     QTemporaryDir work_;
     QTemporaryDir tools_;
     QTemporaryDir reports_;

@@ -1,9 +1,9 @@
 #include "tests/output/printing/printing.h"
 
-#include <QElapsedTimer>
 #include <QPainter>
 
 using testsupport::pdf_words;
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {
@@ -124,13 +124,12 @@ TEST_F(PrintJobs, ofPlainTextShowProgressAndCanBeStopped) {
 
 TEST_F(PrintJobs, canBeStoppedWhileTheirSpoolerTakesItsTime) {
     report(2);
-    stub("lp", "/bin/cat >/dev/null\nexec /bin/sleep 60\n");
+    // A job that waits for its end hangs.
+    stub("lp", "/bin/cat >/dev/null\nexec /bin/sleep 3600\n");
     int asked = 0;
     manager_.set_progress([&asked](int done, int total) { return done < total || ++asked < 3; });
-    QElapsedTimer time;
-    time.start();
     EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 0);
-    EXPECT_LT(time.elapsed(), 30000);
+    EXPECT_EQ(asked, 3);
     EXPECT_EQ(error(), text("canceled"));
 }
 

@@ -11,6 +11,7 @@
 using testsupport::pdf_picture;
 using testsupport::pdf_words;
 using testsupport::run;
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {

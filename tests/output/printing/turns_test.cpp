@@ -1,22 +1,27 @@
 #include "tests/output/printing/printing.h"
 
 #include <printman/system/filelock.h>
-#include <printman/system/fixednames.h>
 
 #include <QColor>
-#include <QElapsedTimer>
 #include <QPainter>
 #include <QProcess>
 
-#include <csignal>
+#include <array>
 #include <sys/wait.h>
+#include <unistd.h>
 
+using testsupport::job_lock_file;
+using testsupport::NameLock;
+using testsupport::text;
 using testsupport::write_file;
 
 namespace {
 
+/// Jobs that meet others: a lock of the test's own stands for that of another process.
 class Turns : public Printing {
 protected:
+    Turns() : Printing(JobLock::free) {}
+
     /// How many jobs each process does; the full number is 50.
     static int jobs() {
         const int wanted = qEnvironmentVariableIntValue("PRINTMAN_JOBS");
@@ -47,26 +52,17 @@ TEST_F(Turns, aJobWaitsUntilAnotherProcessIsDone) {
     report(1);
     stub_tools();
     manager_.pdf_mode = true;
-    int ends[2];
-    ASSERT_EQ(::pipe(ends), 0);
-    const pid_t other = ::fork();
-    if (other == 0) {
-        printman::FixedNames names;
-        const bool taken = names.take().isEmpty();
-        EXPECT_EQ(::write(ends[1], taken ? "y" : "n", 1), 1);
-        ::usleep(300000);
-        ::_exit(0);
-    }
-    char answer = 0;
-    ASSERT_EQ(::read(ends[0], &answer, 1), 1);
-    EXPECT_EQ(answer, 'y');
-    QElapsedTimer time;
-    time.start();
+    NameLock other(job_lock_file);
+    int asked = 0;
+    manager_.set_progress([&](int, int) {
+        if (++asked == 3) {
+            EXPECT_EQ(testsupport::taken_scratch_names(), QStringList());
+            other.release();
+        }
+        return true;
+    });
     EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 1) << error().toStdString();
-    EXPECT_GE(time.elapsed(), 200);
-    ::waitpid(other, nullptr, 0);
-    ::close(ends[0]);
-    ::close(ends[1]);
+    EXPECT_GE(asked, 3);
 }
 
 TEST_F(Turns, aJobThatWaitsForAnotherProcessCanBeStopped) {
@@ -76,8 +72,7 @@ TEST_F(Turns, aJobThatWaitsForAnotherProcessCanBeStopped) {
                QByteArray::fromStdString(setup_bytes({record("laser", "office")})));
     manager_.pdf_mode = true;
     manager_.set_watermark_info("DRAFT", "Liberation Sans", 40, 0, QColor(Qt::red), 0, 0, 0);
-    printman::FileLock names;
-    ASSERT_EQ(names.take_file(printman::tmp_lock_file), QString());
+    NameLock other(job_lock_file);
     int last = 0;
     manager_.set_progress([&last](int done, int) { return done < last; });
     const auto stopped = [this](int result) {
@@ -93,7 +88,7 @@ TEST_F(Turns, aJobThatWaitsForAnotherProcessCanBeStopped) {
     });
     EXPECT_EQ(told, "");
     EXPECT_EQ(log(), QStringList());
-    names.release();
+    other.release();
     manager_.set_progress({});
     EXPECT_EQ(manager_.generate_watermark(), 1) << error().toStdString();
 }
@@ -134,35 +129,47 @@ TEST_F(Turns, aServerJobWithoutAWatermarkWaitsForNobody) {
     report(1);
     stub_tools();
     manager_.pdf_mode = true;
-    printman::FileLock lock;
-    ASSERT_EQ(lock.take_file(printman::tmp_lock_file), QString());
+    // One that waited would do so in vain.
+    const NameLock other(job_lock_file);
     write_file(path(text("job.bin")),
                QByteArray::fromStdString(setup_bytes({record("laser", "office")})));
-    QElapsedTimer time;
-    time.start();
     EXPECT_EQ(manager_.print_serverrpt_page("laser", 1, 1, 0, path(text("o.ps")),
                                             path(text("job.bin")), {}, {}),
               1)
         << error().toStdString();
-    EXPECT_LT(time.elapsed(), 10000);
 }
 
 TEST_F(Turns, jobsOfPlainTextInOneDirectoryTakeTurns) {
     report(1);
     stub_tools();
-    printman::FileLock lock;
-    ASSERT_EQ(lock.take_current_directory(), QString());
+    NameLock turn(".");
+    std::array<int, 2> asked{};
+    std::array<int, 2> answer{};
+    ASSERT_EQ(::pipe(asked.data()) + ::pipe(answer.data()), 0);
     const pid_t other = ::fork();
     if (other == 0) {
         // Its copy of the descriptor alone; the lock is the other process's still.
-        lock.release();
+        turn.release();
+        char byte = '?';
+        manager_.set_progress([&](int, int) {
+            // The first time it stops here.
+            if (byte == '?')
+                return ::write(asked[1], &byte, 1) == 1 && ::read(answer[0], &byte, 1) == 1;
+            return true;
+        });
         ::_exit(manager_.print_rpt_page(nullptr, "plain", 1, 1, 0, 0) == 1 ? 0 : 1);
     }
-    ::usleep(300000);
+    ::close(asked[1]);
+    char byte = 0;
+    EXPECT_EQ(::read(asked[0], &byte, 1), 1);
     EXPECT_EQ(files(), QStringList());
-    lock.release();
+    turn.release();
+    EXPECT_EQ(::write(answer[1], "!", 1), 1);
     int status = -1;
     ::waitpid(other, &status, 0);
     EXPECT_EQ(status, 0);
     EXPECT_EQ(files(), QStringList());
+    ::close(asked[0]);
+    ::close(answer[0]);
+    ::close(answer[1]);
 }
