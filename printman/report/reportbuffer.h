@@ -1,5 +1,6 @@
 #pragma once
 
+#include <printman/pagerequest.h>
 #include <printman/report/escapetable.h>
 
 #include <array>
@@ -10,15 +11,6 @@
 #include <vector>
 
 namespace printman {
-
-/// A page request: the integer argument of the door's page functions.
-enum PageRequest {
-    page_current = 0,
-    page_first = 1,
-    page_next = 2,
-    page_previous = 3,
-    page_last = 4
-};
 
 /// Limits of a page's geometry; beyond them it counts as missing.
 inline constexpr long max_page_columns = 32767;
