@@ -6,13 +6,13 @@
 #include <printman/printer/paths.h>
 #include <printman/printer/setupfile.h>
 #include <printman/printman.h>
+#include <printman/system/regularfile.h>
 
 #include <QEvent>
 #include <QFile>
 #include <QHideEvent>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace printman;
@@ -28,15 +28,12 @@ QString local_setup_file() {
     QString path = get_prtbin_path();
     if (path.size() < shortest_path)
         return {};
-    const int fd =
-        ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    off_t size = 0;
+    const int fd = open_regular_descriptor(QFile::encodeName(path).constData(), O_RDWR, &size);
     if (fd < 0)
         return {};
-    struct stat status {};
-    const bool has_header =
-        ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_size >= header_size;
     ::close(fd);
-    return has_header ? path : QString();
+    return size >= header_size ? path : QString();
 }
 
 const char* orientation_text(int orientation) {
