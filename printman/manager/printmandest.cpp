@@ -43,7 +43,7 @@ int CPrintMan::show_print_dest() {
     dialog.set_print_dest(d->dest);
     char id[128] = {};
     if (get_prt_id(id, sizeof id) != 0)
-        dialog.local_printer_id = text_of(id);
+        dialog.local_printer_id = latin1_text(id);
     const QPointer<CPrintMan> self = this;
     connect(this, &QObject::destroyed, &dialog, [&dialog] { close_without_manager(dialog); });
     if (dialog.exec() != QDialog::Accepted || !self)

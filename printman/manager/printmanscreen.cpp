@@ -90,7 +90,7 @@ void CPrintMan::load_screenfont() {
 }
 
 void CPrintMan::load_screencolor() {
-    d->screen.colours = read_screen_colours();
+    d->screen.colors = read_screen_colors();
 }
 
 int CPrintMan::select_screencolor() {

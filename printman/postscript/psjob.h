@@ -3,6 +3,7 @@
 #include <printman/postscript/pspage.h>
 #include <printman/system/outputsink.h>
 #include <printman/system/spoolfile.h>
+#include <printman/toolkit/psprinter.h>
 #include <printman/typeset/fontset.h>
 #include <printman/typeset/pagedocument.h>
 
@@ -26,7 +27,7 @@ struct PsJobSetup {
     QString creator;
     int copies = 1;
     bool collate = true;
-    int resolution = 600; ///< device pixels an inch
+    int resolution = PsPrinter::dotsPerInch; ///< device pixels per inch
 
     /// Asked while the spooler is waited for: false drops the job; may be empty.
     std::function<bool()> goes_on;

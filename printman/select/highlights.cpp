@@ -40,9 +40,9 @@ StringItem gap_between(const QRect& left, const QRect& right) {
     return gap;
 }
 
-void fill(QPainter& p, const QRect& place, const QColor& colour) {
+void fill(QPainter& p, const QRect& place, const QColor& color) {
     if (!place.isEmpty())
-        p.fillRect(place, colour);
+        p.fillRect(place, color);
 }
 
 } // namespace
@@ -208,8 +208,8 @@ void Highlights::restore(QPainter& p, const QRect& place, const StringItem* reco
     if (place.isEmpty())
         return;
     p.setClipRect(place);
-    p.fillRect(place, screen_.painted().colours.page);
-    p.setPen(screen_.painted().colours.text);
+    p.fillRect(place, screen_.painted().colors.page);
+    p.setPen(screen_.painted().colors.text);
     bool has_source = false;
     if (screen_.shows(rows_)) {
         const int line = place.center().y() / std::max(1, units_.line_height());

@@ -23,10 +23,10 @@ constexpr int infinite_repetition = 1025;
 constexpr int max_back_reference = 14;
 constexpr double max_ahead_copies = 13;
 
-constexpr double ranges_a_step = 8.0;
-constexpr double captures_a_step = 40.0;
-constexpr double atoms_a_step = 4.0;
-constexpr double sleepers_a_step = 8.0;
+constexpr double ranges_per_step = 8.0;
+constexpr double captures_per_step = 40.0;
+constexpr double atoms_per_step = 4.0;
+constexpr double sleepers_per_step = 8.0;
 constexpr double shorthand_ranges = 10.0;
 constexpr double engine_size = 20.0; ///< of an automaton, whatever stands in it
 
@@ -177,7 +177,7 @@ void PatternCost::Parser::read_escape() {
     case u'w':
     case u'W':
         token_.kind = Kind::set;
-        token_.weight += shorthand_ranges / ranges_a_step;
+        token_.weight += shorthand_ranges / ranges_per_step;
         return;
     case u'0': {
         int value = 0;
@@ -230,7 +230,7 @@ void PatternCost::Parser::read_set() {
             return fail();
     } while (!at(u']') && !failed_);
     ++pos_;
-    token_ = {.kind = Kind::set, .weight = 1.0 + ranges / ranges_a_step};
+    token_ = {.kind = Kind::set, .weight = 1.0 + ranges / ranges_per_step};
 }
 
 void PatternCost::Parser::read_parenthesis() {
@@ -458,12 +458,12 @@ bool PatternCost::Automaton::combines_too_much() const {
 double PatternCost::Automaton::steps_from_one_start(double length) const {
     if (is_plain)
         return 1.0;
-    double test = std::pow(3.0, anchors / 3.0) + captures / captures_a_step;
+    double test = std::pow(3.0, anchors / 3.0) + captures / captures_per_step;
     for (const Automaton& inner : ahead)
         test += inner.copies * (inner.steps_from_one_start(length) + inner.size());
     double step = is_straight ? heaviest * test : transitions * test;
-    step += ref_transitions * (length / sleepers_a_step);
-    step += reentering * (atoms / atoms_a_step);
+    step += ref_transitions * (length / sleepers_per_step);
+    step += reentering * (atoms / atoms_per_step);
     return (std::min(length, longest) + 1) * step;
 }
 

@@ -1,5 +1,6 @@
 #include <printman/select/finddlg.h>
 #include <printman/select/searchcycle.h>
+#include <printman/toolkit/modaldialog.h>
 
 #include <QPointer>
 
@@ -24,8 +25,7 @@ void SearchCycle::run(SearchTarget& target) {
 
 std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
     const bool continues = !text_.isEmpty();
-    // The window may be closed meanwhile, and takes the dialog with it.
-    const QPointer<findDlg> dialog = new findDlg(parent);
+    const ModalDialog<findDlg> dialog(parent);
     dialog->set_search_history(history_);
     if (continues) {
         dialog->set_search_text(text_);
@@ -36,14 +36,13 @@ std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
     const int result = dialog->exec();
     if (!dialog)
         return std::nullopt;
+    const bool is_search =
+        result == findDlg::find_next_result || result == findDlg::mark_all_result;
     Request request{.mark_all = result == findDlg::mark_all_result,
                     .text = dialog->search_text,
                     .options = {.forward = dialog->get_direction() != findDlg::backward,
                                 .case_sensitive = dialog->is_case_sensitive(),
                                 .whole_word = dialog->is_whole_word()}};
-    delete dialog;
-    const bool is_search =
-        result == findDlg::find_next_result || result == findDlg::mark_all_result;
     if (!is_search || request.text.isEmpty())
         return std::nullopt;
     return request;

@@ -257,7 +257,7 @@ TEST_F(SearchCycling, cancelEscapeAndCloseEndTheSearch) {
     }
 }
 
-TEST_F(SearchCycling, aSearchWithoutATextIsCancelled) {
+TEST_F(SearchCycling, aSearchWithoutATextIsCanceled) {
     search(find_next("abc"));
     target_.take_calls();
     // The dialog does not let it through; another way to close it might.

@@ -15,7 +15,7 @@ namespace testsupport {
 /// Does what a user does with the modal dialogs that open while it lives, in their order: each
 /// answer is handed its dialog once it is shown, and may itself wait until another one is closed. A
 /// dialog that nobody expects fails the test, and so does one that does not close within some
-/// seconds after its answer; both are cancelled, so that no test hangs. Answers that were not given
+/// seconds after its answer; both are canceled, so that no test hangs. Answers that were not given
 /// fail the test, too.
 class DialogAnswers {
 public:
