@@ -143,20 +143,20 @@ QPainter* CPrintMan::Private::start(CPrintMan& door, const PainterSetup& setup) 
 }
 
 QPainter* CPrintMan::create_printer(const char* name, const DLWDEVMODE& devmode) {
-    return d->start(*this, {.printer = text_of(name), .devmode = &devmode});
+    return d->start(*this, {.printer = utf8_or_latin1(name), .devmode = &devmode});
 }
 
 QPainter* CPrintMan::create_printer(const char* name, const DLWDEVMODE& devmode,
                                     const QString& file) {
-    return d->start(*this, {.printer = text_of(name), .devmode = &devmode, .file = &file});
+    return d->start(*this, {.printer = utf8_or_latin1(name), .devmode = &devmode, .file = &file});
 }
 
 QPainter* CPrintMan::create_generic_printer(const char* name) {
-    return d->start(*this, {.printer = text_of(name)});
+    return d->start(*this, {.printer = utf8_or_latin1(name)});
 }
 
 QPainter* CPrintMan::create_generic_printer(const char* name, const QString& file) {
-    return d->start(*this, {.printer = text_of(name), .file = &file});
+    return d->start(*this, {.printer = utf8_or_latin1(name), .file = &file});
 }
 
 QFont* CPrintMan::create_font(const FontInfo& info) {
@@ -247,8 +247,8 @@ int CPrintMan::print_rpt_pdffile(QWidget* parent) {
 
 void CPrintMan::set_watermark_info(const char* text, const char* family, int point_size, int angle,
                                    const QColor& colour, int x, int y, int in_front) {
-    d->watermark = {.text = field_text_of(text, watermark_text_size),
-                    .family = field_text_of(family, watermark_family_size),
+    d->watermark = {.text = utf8_or_latin1_field(text, watermark_text_size),
+                    .family = utf8_or_latin1_field(family, watermark_family_size),
                     .point_size = point_size,
                     .angle = angle,
                     .colour = colour,

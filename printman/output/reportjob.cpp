@@ -174,7 +174,7 @@ JobEnd ReportJob::print(QWidget* parent, const char* printer_id, PrintedCopies p
         return print_as_chosen(parent, printed);
     const auto record = find_printer(get_prtbin_path(), printer_id);
     return record ? print_by_record(parent, *record, printed)
-                  : ended(not_found(text_of(printer_id)));
+                  : ended(not_found(utf8_or_latin1(printer_id)));
 }
 
 JobEnd ReportJob::print_by_record(QWidget* parent, const PrinterRecord& record,
@@ -265,8 +265,8 @@ JobEnd ReportJob::serve(const char* printer_id, PrintedCopies printed, const QSt
                         const QString& setup_file) {
     tools_.is_canceled = false;
     const auto record = find_printer(setup_file, printer_id);
-    const QString why =
-        record ? serve_record(*record, printed, output_file) : not_found(text_of(printer_id));
+    const QString why = record ? serve_record(*record, printed, output_file)
+                               : not_found(utf8_or_latin1(printer_id));
     remove_setup_file(setup_file);
     return ended(why);
 }
