@@ -35,7 +35,7 @@ public:
     printman::ScreenView screen{units};
     printman::Highlights highlights{screen, rows, units};
     printman::ScreenSearch screen_search{screen, rows, highlights};
-    printman::SearchCycle search;
+    printman::SearchSession search;
     QPoint press; ///< where the mouse button went down; (0, 0) when it is no drag
 
     printman::HostPrinters host_printers;

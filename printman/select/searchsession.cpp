@@ -1,12 +1,12 @@
 #include <printman/select/finddlg.h>
-#include <printman/select/searchcycle.h>
+#include <printman/select/searchsession.h>
 #include <printman/toolkit/modaldialog.h>
 
 #include <QPointer>
 
 namespace printman {
 
-void SearchCycle::run(SearchTarget& target) {
+void SearchSession::run(SearchTarget& target) {
     const QPointer<QWidget> parent = target.search_parent();
     const bool has_parent = !parent.isNull();
     const std::weak_ptr<const bool> alive = alive_;
@@ -23,7 +23,7 @@ void SearchCycle::run(SearchTarget& target) {
         search_error(parent, request->text);
 }
 
-std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
+std::optional<SearchSession::Request> SearchSession::ask(QWidget* parent) const {
     const bool continues = !text_.isEmpty();
     const ModalDialog<findDlg> dialog(parent);
     dialog->set_search_history(history_);
@@ -48,7 +48,7 @@ std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
     return request;
 }
 
-bool SearchCycle::mark_all(SearchTarget& target, const Request& request) {
+bool SearchSession::mark_all(SearchTarget& target, const Request& request) {
     const bool found = target.find_matches(request.text, request.options);
     reset();
     if (!found)
@@ -58,7 +58,7 @@ bool SearchCycle::mark_all(SearchTarget& target, const Request& request) {
     return true;
 }
 
-bool SearchCycle::find_next(SearchTarget& target, const Request& request) {
+bool SearchSession::find_next(SearchTarget& target, const Request& request) {
     const bool continues = !text_.isEmpty() && text_ == request.text && options_ == request.options;
     bool found = false;
     if (continues) {
@@ -77,12 +77,12 @@ bool SearchCycle::find_next(SearchTarget& target, const Request& request) {
     return true;
 }
 
-void SearchCycle::remember(const QString& text) {
+void SearchSession::remember(const QString& text) {
     if (!is_in_history(history_, text))
         history_ << text;
 }
 
-void SearchCycle::reset() {
+void SearchSession::reset() {
     text_.clear();
     options_ = SearchOptions();
 }
