@@ -137,7 +137,7 @@ void measure(int argc, char** argv) {
     print_row("local printers", rounds, open_local_printers);
     print_row("Unix printers", rounds, [&manager] { open_unix_printers(manager); });
     print_row("find", rounds, [] { findDlg().exec(); });
-    print_row("screen colours", rounds, [&manager] { manager.select_screencolor(); });
+    print_row("screen colors", rounds, [&manager] { manager.select_screencolor(); });
 }
 
 } // namespace

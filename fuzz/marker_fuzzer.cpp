@@ -1,4 +1,5 @@
 // Bytes are read as a marker at every place; a line that is escaped holds its text again.
+#include <printman/report/format.h>
 #include <printman/report/marker.h>
 
 #include <algorithm>
@@ -27,8 +28,7 @@ std::string read_text(std::string line) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    constexpr size_t longest_line = 510;
-    std::string line(reinterpret_cast<const char*>(data), std::min(size, longest_line));
+    std::string line(reinterpret_cast<const char*>(data), std::min(size, printman::max_line_bytes));
     const int last = static_cast<int>(line.size());
     for (int pos = -1; pos <= last; ++pos) {
         printman::parse_marker(line, pos, last + 1);

@@ -8,7 +8,7 @@
 /// in the machine's byte order, texts ended by a zero byte. It has no constructor and is copied
 /// whole, the three bytes after `no_page_fmt` included.
 struct PrintDest {
-    int32_t dest;         ///< 0 nothing chosen yet, 1 screen, 2 printer, 3 file
+    int32_t dest;         ///< a Destination: 0 nothing chosen yet, 1 screen, 2 printer, 3 file
     uint8_t server_print; ///< printers only: 1 a server (host-defined) printer, 0 a local one
     char prt_id[131];     ///< printer id
     int32_t copies;       ///< number of copies, 1 or more
@@ -18,6 +18,13 @@ struct PrintDest {
     char path[269];       ///< files only: the output path
     uint8_t no_page_fmt;  ///< leave automatic page formatting off
 };
+
+namespace printman {
+
+/// What PrintDest::dest says; it converts to that int.
+enum Destination { to_nowhere = 0, to_screen = 1, to_printer = 2, to_file = 3 };
+
+} // namespace printman
 
 static_assert(sizeof(PrintDest) == 416);
 static_assert(std::is_trivial_v<PrintDest> && std::is_standard_layout_v<PrintDest>);

@@ -51,9 +51,9 @@ QImage decode_image(const EmbeddedImage& embedded) {
     if (embedded.depth == 32)
         qFromLittleEndian<quint32>(bytes, pixels.size() / 4, bytes);
     QImage image(bytes, embedded.width, embedded.height, row, format);
-    if (embedded.colour_table)
+    if (embedded.color_table)
         image.setColorTable(
-            QList<QRgb>(embedded.colour_table, embedded.colour_table + embedded.colours));
+            QList<QRgb>(embedded.color_table, embedded.color_table + embedded.colors));
     return image.copy();
 }
 

@@ -14,8 +14,8 @@ struct EmbeddedImage {
     /// Rows start on multiples of 4 bytes; pixels of 32 bits are little-endian words 0xAARRGGBB.
     const unsigned char* pixels;
     unsigned pixels_size; ///< of the compressed pixels, in bytes
-    int colours;          ///< entries of the colour table
-    const QRgb* colour_table;
+    int colors;           ///< entries of the color table
+    const QRgb* color_table;
     bool has_alpha; ///< whether the topmost byte of a 32-bit pixel counts
     const char* name;
 };

@@ -3,11 +3,12 @@
 #include <printman/dialogs/kscolordlg.h>
 #include <printman/printer/hostservices.h>
 #include <printman/render/screensettings.h>
+#include <printman/toolkit/modaldialog.h>
 
 #include <QColorDialog>
-#include <QEvent>
 #include <QPixmap>
-#include <QPointer>
+
+using namespace printman;
 
 namespace {
 
@@ -28,23 +29,18 @@ void paint_swatch(QLabel* swatch, const QColor& color) {
     swatch->setPixmap(pixmap);
 }
 
-/// The colour that the user picks; an invalid one when the picker is cancelled, or goes with
+/// The color that the user picks; an invalid one when the picker is canceled, or goes with
 /// @p parent.
 QColor pick_color(const QColor& initial, QWidget* parent) {
-    const QPointer<QColorDialog> picker = new QColorDialog(parent);
+    ModalDialog<QColorDialog> picker(parent);
     picker->setCurrentColor(initial);
-    picker->exec();
-    const QColor picked = picker ? picker->selectedColor() : QColor();
-    delete picker;
-    return picked;
+    return picker.run() ? picker->selectedColor() : QColor();
 }
 
 } // namespace
 
 kscolorDlgBase::kscolorDlgBase(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
-    : QDialog(parent, flags), ui_(std::make_unique<Ui::kscolorDlgBase>()) {
-    setObjectName(QString::fromUtf8(name));
-    setModal(modal);
+    : FormDialog(parent, name, modal, flags), ui_(std::make_unique<Ui::kscolorDlgBase>()) {
     ui_->setupUi(this);
     lbTextColor = ui_->lbTextColor;
     Frame7 = ui_->Frame7;
@@ -64,12 +60,6 @@ void kscolorDlgBase::languageChange() {
     ui_->retranslateUi(this);
 }
 
-void kscolorDlgBase::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange)
-        languageChange();
-    QDialog::changeEvent(event);
-}
-
 KSColorDlg::KSColorDlg(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
     : kscolorDlgBase(parent, name, modal, flags) {
     connect(btnOK, &QPushButton::clicked, this, &KSColorDlg::btnOK_clicked);
@@ -81,14 +71,13 @@ KSColorDlg::KSColorDlg(QWidget* parent, const char* name, bool modal, Qt::Window
     // The layout gives the swatches their place when the dialog is shown.
     imgTextColor->installEventFilter(this);
     imgBGColor->installEventFilter(this);
-    // Smaller than the layout's smallest size, which then is the dialog's only one.
-    setMaximumSize(10, 10);
+    fix_size();
 }
 
 void KSColorDlg::load_screencolor() {
-    const printman::ScreenColours colours = printman::read_screen_colours();
-    background_color = colours.page;
-    text_color = colours.text;
+    const ScreenColors colors = read_screen_colors();
+    background_color = colors.page;
+    text_color = colors.text;
 }
 
 void KSColorDlg::save_screencolor() {

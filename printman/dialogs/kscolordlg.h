@@ -1,9 +1,9 @@
 #pragma once
 
 #include <printman/printman_export.h>
+#include <printman/toolkit/formdialog.h>
 
 #include <QColor>
-#include <QDialog>
 
 #include <memory>
 
@@ -14,8 +14,8 @@ namespace Ui {
 class kscolorDlgBase;
 }
 
-/// The widgets of the screen colour dialog, without behaviour.
-class PRINTMAN_EXPORT kscolorDlgBase : public QDialog {
+/// The widgets of the screen color dialog, without behaviour.
+class PRINTMAN_EXPORT kscolorDlgBase : public printman::FormDialog {
     Q_OBJECT
 
 public:
@@ -26,54 +26,50 @@ public:
 
     QLabel* lbTextColor;
     QFrame* Frame7;
-    QLabel* imgTextColor; ///< shows the text colour
+    QLabel* imgTextColor; ///< shows the text color
     QPushButton* btnTextColorBrw;
     QLabel* lbBGColor;
     QFrame* Frame8;
-    QLabel* imgBGColor; ///< shows the background colour
+    QLabel* imgBGColor; ///< shows the background color
     QPushButton* btnBGColorBrw;
     QPushButton* btnOK;
     QPushButton* btnCancel;
 
 public slots:
-    /// Gives every widget its text again, in the language of now.
-    virtual void languageChange();
-
-protected:
-    void changeEvent(QEvent* event) override;
+    void languageChange() override;
 
 private:
     std::unique_ptr<Ui::kscolorDlgBase> ui_;
 };
 
-/// The dialog in which the user picks the two colours of the report screen. It is as small as its
+/// The dialog in which the user picks the two colors of the report screen. It is as small as its
 /// layout allows and cannot be enlarged.
 class PRINTMAN_EXPORT KSColorDlg : public kscolorDlgBase {
     Q_OBJECT
 
 public:
-    /// Loads both colours and shows them.
+    /// Loads both colors and shows them.
     explicit KSColorDlg(QWidget* parent = nullptr, const char* name = nullptr, bool modal = false,
                         Qt::WindowFlags flags = {});
 
     QColor text_color;       ///< the setting KRV_COLOR_DBG
     QColor background_color; ///< the setting KRV_COLOR_SBG
 
-    /// Reads both colours from the host; a component outside 0..255 counts as the nearest that is
+    /// Reads both colors from the host; a component outside 0..255 counts as the nearest that is
     /// inside.
     void load_screencolor();
 
-    /// Has the host store both colours, the background first.
+    /// Has the host store both colors, the background first.
     void save_screencolor();
 
 public slots:
-    /// Saves both colours and accepts.
+    /// Saves both colors and accepts.
     void btnOK_clicked();
 
     /// Rejects; nothing is saved.
     void btnCancel_clicked();
 
-    /// Opens the colour picker; when it is cancelled, the colour stays.
+    /// Opens the color picker; when it is canceled, the color stays.
     void btnTextColorBrw_clicked();
     void btnBGColorBrw_clicked();
 

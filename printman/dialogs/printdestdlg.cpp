@@ -1,39 +1,31 @@
 #include "ui_printdestdlgbase.h"
 
+#include <printman/dialogs/destchoice.h>
 #include <printman/dialogs/desttexts.h>
 #include <printman/dialogs/printdestdlg.h>
 #include <printman/dialogs/printerfields.h>
-#include <printman/dialogs/selprinterdlg.h>
-#include <printman/dialogs/selunixprinterdlg.h>
 #include <printman/printer/hostservices.h>
 #include <printman/printman.h>
 #include <printman/render/screensettings.h>
 #include <printman/toolkit/legacyweight.h>
+#include <printman/toolkit/modaldialog.h>
 #include <printman/toolkit/qmimesourcefactory.h>
 
 #include <QApplication>
-#include <QEvent>
 #include <QFile>
-#include <QFileDialog>
 #include <QFontDialog>
 #include <QHideEvent>
-#include <QPointer>
-#include <QValidator>
 
 #include <algorithm>
 #include <cstring>
-#include <optional>
 #include <string>
 
 using namespace printman;
 
 namespace {
 
-enum Destination { to_screen = 1, to_printer = 2, to_file = 3 };
-
-constexpr int least_label_width = 60;
-constexpr int longest_printer_id = sizeof PrintDest::prt_id - 1;
-constexpr int longest_path = sizeof PrintDest::path - 1;
+constexpr int min_label_width = 60;
+constexpr int max_printer_id = sizeof PrintDest::prt_id - 1;
 
 QString path_text(const PrintDest& dest) {
     return QFile::decodeName(std::string(field_text(dest.path)).c_str());
@@ -44,64 +36,11 @@ bool is_page_format_off() {
     return setting && (*setting == 'y' || *setting == 'Y');
 }
 
-/// Refuses what is typed beyond the record's path, of whose bytes a character may take several.
-class PathValidator : public QValidator {
-public:
-    using QValidator::QValidator;
-
-    State validate(QString& text, int& /*cursor*/) const override {
-        return QFile::encodeName(text).size() <= longest_path ? Acceptable : Invalid;
-    }
-};
-
-/// Runs @p chooser and deletes it.
-///
-/// @return the printer chosen; none when it is cancelled, or goes with its parent
-template <typename Chooser>
-std::optional<QString> choose_printer(const QPointer<Chooser>& chooser) {
-    std::optional<QString> id;
-    if (chooser->exec() == QDialog::Accepted && chooser)
-        id = chooser->printer_id;
-    delete chooser;
-    return id;
-}
-
-std::optional<QString> choose_printer(QWidget* parent, CPrintMan* printman, bool on_server) {
-    const QPointer<SelPrinterDlg> chooser = new SelPrinterDlg(parent, nullptr, true);
-    chooser->printman = printman;
-    chooser->server_printers = on_server;
-    return choose_printer(chooser);
-}
-
-std::optional<QString> choose_unix_printer(QWidget* parent, CPrintMan* printman) {
-    const QPointer<SelUnixPrinterDlg> chooser = new SelUnixPrinterDlg(parent, nullptr, true);
-    chooser->printman = printman;
-    return choose_printer(chooser);
-}
-
-/// The file to save in; none when the dialog is cancelled, or goes with @p parent.
-std::optional<QString> choose_file(QWidget* parent) {
-    const QPointer<QFileDialog> chooser = new QFileDialog(parent, PrintDestDlg::tr("File Save"));
-    chooser->setOptions(QFileDialog::DontUseNativeDialog | QFileDialog::DontConfirmOverwrite);
-    chooser->setAcceptMode(QFileDialog::AcceptSave);
-    chooser->setFileMode(QFileDialog::AnyFile);
-    const QString text_filter = PrintDestDlg::tr("Text (*.txt)");
-    chooser->setNameFilters({text_filter, PrintDestDlg::tr("PDF (*.pdf)")});
-    chooser->selectNameFilter(text_filter);
-    std::optional<QString> path;
-    if (chooser->exec() == QDialog::Accepted && chooser)
-        path = save_path(chooser->selectedFiles().value(0), chooser->selectedNameFilter());
-    delete chooser;
-    return path;
-}
-
 } // namespace
 
 printdestDlgBase::printdestDlgBase(QWidget* parent, const char* name, bool modal,
                                    Qt::WindowFlags flags)
-    : QDialog(parent, flags), ui_(std::make_unique<Ui::printdestDlgBase>()) {
-    setObjectName(QString::fromUtf8(name));
-    setModal(modal);
+    : FormDialog(parent, name, modal, flags), ui_(std::make_unique<Ui::printdestDlgBase>()) {
     ui_->setupUi(this);
     bgbExecDest = ui_->bgbExecDest;
     opToScreen = ui_->opToScreen;
@@ -130,31 +69,23 @@ printdestDlgBase::printdestDlgBase(QWidget* parent, const char* name, bool modal
     btnFontBrw = ui_->btnFontBrw;
     btnOK = ui_->btnOK;
     btnCancel = ui_->btnCancel;
-    fit_to_texts();
+    printdestDlgBase::fit_to_font();
     if (QMimeSourceFactory* images = QMimeSourceFactory::defaultFactory())
         PixmapLabel1->setPixmap(images->pixmap(QStringLiteral("korvologo.png")));
 }
 
 printdestDlgBase::~printdestDlgBase() = default;
 
-/// Has every field be wide enough for what usually stands in it, and the label for its text.
-void printdestDlgBase::fit_to_texts() {
+/// Makes every field wide enough for a usual text, and the label for its own.
+void printdestDlgBase::fit_to_font() {
     for (QLineEdit* const field : {txtPrintID, txtPathName, txtFont})
         make_room(field, QStringLiteral("Liberation Mono, DemiBold regular, size 10"));
-    lbPrintID->setMinimumWidth(std::max(least_label_width, lbPrintID->sizeHint().width()));
+    lbPrintID->setMinimumWidth(std::max(min_label_width, lbPrintID->sizeHint().width()));
 }
 
 void printdestDlgBase::languageChange() {
     ui_->retranslateUi(this);
-    fit_to_texts();
-}
-
-void printdestDlgBase::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange)
-        languageChange();
-    QDialog::changeEvent(event);
-    if (is_of_font(*event))
-        fit_to_texts();
+    fit_to_font();
 }
 
 PrintDestDlg::PrintDestDlg(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
@@ -167,8 +98,7 @@ PrintDestDlg::PrintDestDlg(QWidget* parent, const char* name, bool modal, Qt::Wi
     chkCollate->setChecked(true);
     limit_texts();
     opToScreen_clicked();
-    // Smaller than the layout's smallest size, which then is the dialog's only one.
-    setMaximumSize(10, 10);
+    fix_size();
 }
 
 PrintDestDlg::~PrintDestDlg() = default;
@@ -188,9 +118,9 @@ void PrintDestDlg::make_connections() {
 }
 
 void PrintDestDlg::limit_texts() {
-    txtPrintID->setMaxLength(longest_printer_id);
-    txtPathName->setMaxLength(longest_path);
-    txtPathName->setValidator(new PathValidator(txtPathName));
+    txtPrintID->setMaxLength(max_printer_id);
+    txtPathName->setMaxLength(max_dest_path);
+    txtPathName->setValidator(new DestPathValidator(txtPathName));
 }
 
 void PrintDestDlg::set_print_dest(const PrintDest& record) {
@@ -216,7 +146,7 @@ void PrintDestDlg::init_dialog() {
 }
 
 void PrintDestDlg::load_printer() {
-    server_printer_id = text_of(dest.prt_id);
+    server_printer_id = latin1_text(dest.prt_id);
     const bool on_server = dest.server_print != 0;
     (on_server ? opServerPrint : opLocalPrint)->setChecked(true);
     txtPrintID->setText(on_server ? server_printer_id : local_printer_id);
@@ -225,7 +155,7 @@ void PrintDestDlg::load_printer() {
     spNCopies->setValue(dest.copies);
     chkCollate->setChecked(dest.collate != 0);
     chkPageLength->setChecked(dest.page_length != 0);
-    chkSelPrtFnt->setChecked(!on_server && !has_local_id_ && dest.sel_prt_font != 0);
+    chkSelPrtFnt->setChecked(false);
 }
 
 void PrintDestDlg::rtn_dialog() {
@@ -256,7 +186,7 @@ void PrintDestDlg::store_path() {
     if (path == path_text(dest))
         terminate_field(dest.path);
     else
-        put_text(dest.path, sizeof dest.path, fitting_file_name(path, longest_path).toStdString());
+        put_text(dest.path, sizeof dest.path, fitting_file_name(path, max_dest_path).toStdString());
 }
 
 void PrintDestDlg::load_screenfont() {
@@ -373,10 +303,10 @@ void PrintDestDlg::btnPIDBrw_clicked() {
 void PrintDestDlg::txtPathName_textChanged(const QString& /*text*/) {}
 
 void PrintDestDlg::btnFileBrw_clicked() {
-    const auto path = choose_file(this);
+    const auto path = choose_dest_file(this);
     if (!path)
         return;
-    if (QFile::encodeName(*path).size() <= longest_path)
+    if (QFile::encodeName(*path).size() <= max_dest_path)
         txtPathName->setText(*path);
     else
         QApplication::beep();
@@ -385,14 +315,13 @@ void PrintDestDlg::btnFileBrw_clicked() {
 void PrintDestDlg::txtFont_textChanged(const QString& /*text*/) {}
 
 void PrintDestDlg::btnFontBrw_clicked() {
-    const QPointer<QFontDialog> chooser = new QFontDialog(this);
+    ModalDialog<QFontDialog> chooser(this);
     chooser->setCurrentFont(QFont());
-    const bool is_confirmed = chooser->exec() == QDialog::Accepted;
+    const bool is_confirmed = chooser.run();
     // It goes with this dialog.
     if (!chooser)
         return;
     const QFont font = is_confirmed ? chooser->selectedFont() : QFont();
-    delete chooser;
     set_screen_font(font, legacy_weight(font));
     if (is_confirmed)
         show_screen_font();
@@ -411,7 +340,7 @@ void PrintDestDlg::showEvent(QShowEvent* event) {
     printdestDlgBase::showEvent(event);
 }
 
-/// Has the keyboard start at the destination that is chosen.
+/// Gives the keyboard focus to the destination that is chosen.
 void PrintDestDlg::focus_destination() {
     const QWidget* const focused = focusWidget();
     if (focused && focused->parentWidget() != bgbExecDest)
@@ -423,7 +352,7 @@ void PrintDestDlg::focus_destination() {
 }
 
 void PrintDestDlg::hideEvent(QHideEvent* event) {
-    // A window that the desktop minimises is not hidden for its user: what was entered stays.
+    // To its user a minimized window is not hidden: what was entered stays.
     if (!event->spontaneous())
         needs_init_ = true;
     printdestDlgBase::hideEvent(event);

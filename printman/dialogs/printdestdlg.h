@@ -2,8 +2,8 @@
 
 #include <printman/printdest.h>
 #include <printman/printman_export.h>
+#include <printman/toolkit/formdialog.h>
 
-#include <QDialog>
 #include <QFont>
 #include <QString>
 
@@ -22,7 +22,7 @@ class printdestDlgBase;
 }
 
 /// The widgets of the print destination dialog, without behaviour.
-class PRINTMAN_EXPORT printdestDlgBase : public QDialog {
+class PRINTMAN_EXPORT printdestDlgBase : public printman::FormDialog {
     Q_OBJECT
 
 public:
@@ -64,15 +64,12 @@ public:
     QPushButton* btnCancel;
 
 public slots:
-    /// Gives every widget its text again, in the language of now.
-    virtual void languageChange();
+    void languageChange() override;
 
 protected:
-    void changeEvent(QEvent* event) override;
+    void fit_to_font() override;
 
 private:
-    void fit_to_texts();
-
     std::unique_ptr<Ui::printdestDlgBase> ui_;
 };
 
@@ -140,7 +137,7 @@ public slots:
     /// Does nothing.
     void txtPrintID_textChanged(const QString&);
 
-    /// Lets the user choose a printer; when that is cancelled, nothing changes.
+    /// Lets the user choose a printer; when that is canceled, nothing changes.
     void btnPIDBrw_clicked();
 
     /// Does nothing.
@@ -153,7 +150,7 @@ public slots:
     /// Does nothing.
     void txtFont_textChanged(const QString&);
 
-    /// Lets the user choose the screen font; when that is cancelled, it becomes the default font,
+    /// Lets the user choose the screen font; when that is canceled, it becomes the default font,
     /// and the Font field stays.
     void btnFontBrw_clicked();
 

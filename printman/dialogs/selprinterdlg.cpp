@@ -1,42 +1,44 @@
 #include "ui_selprinterdlgbase.h"
 
 #include <printman/dialogs/printerfields.h>
+#include <printman/dialogs/printerwalk.h>
 #include <printman/dialogs/selprinterdlg.h>
 #include <printman/printer/papersize.h>
 #include <printman/printer/paths.h>
 #include <printman/printer/setupfile.h>
 #include <printman/printman.h>
+#include <printman/system/regularfile.h>
+#include <printman/toolkit/widgets.h>
 
-#include <QEvent>
 #include <QFile>
 #include <QHideEvent>
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace printman;
 
 namespace {
 
-constexpr qsizetype shortest_path = 4;
+constexpr qsizetype min_path = 4;
 constexpr off_t header_size = 8;
 constexpr int paper_text_size = 80;
 
 /// The printer setup file; empty when it has no whole header or may not be written.
 QString local_setup_file() {
     QString path = get_prtbin_path();
-    if (path.size() < shortest_path)
+    if (path.size() < min_path)
         return {};
-    const int fd =
-        ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+    off_t size = 0;
+    const int fd = open_regular_descriptor(QFile::encodeName(path).constData(), O_RDWR, &size);
     if (fd < 0)
         return {};
-    struct stat status {};
-    const bool has_header =
-        ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_size >= header_size;
     ::close(fd);
-    return has_header ? path : QString();
+    return size >= header_size ? path : QString();
+}
+
+auto host_printers(CPrintMan* printman) {
+    return PrinterWalk(printman, &CPrintMan::first_win_printer, &CPrintMan::next_win_printer);
 }
 
 const char* orientation_text(int orientation) {
@@ -54,12 +56,10 @@ QString inches(double margin) {
 
 selPrinterDlgBase::selPrinterDlgBase(QWidget* parent, const char* name, bool modal,
                                      Qt::WindowFlags flags)
-    : QDialog(parent, flags), ui_(std::make_unique<Ui::selPrinterDlgBase>()) {
-    setObjectName(QString::fromUtf8(name));
-    setModal(modal);
+    : FormDialog(parent, name, modal, flags), ui_(std::make_unique<Ui::selPrinterDlgBase>()) {
     ui_->setupUi(this);
     take_widgets();
-    fit_to_font();
+    selPrinterDlgBase::fit_to_font();
     resize(size().expandedTo(minimumSizeHint()));
 }
 
@@ -106,7 +106,7 @@ void selPrinterDlgBase::take_widgets() {
     TextLabel1_4 = ui_->TextLabel1_4;
 }
 
-/// Has every field be wide enough for what usually stands in it.
+/// Makes every field wide enough for a usual text.
 void selPrinterDlgBase::fit_to_font() {
     make_room(txtPaperSize, QStringLiteral("105 x 241 mm, US Common #10 Emvelope"));
     for (QLineEdit* const number :
@@ -118,14 +118,6 @@ void selPrinterDlgBase::languageChange() {
     ui_->retranslateUi(this);
 }
 
-void selPrinterDlgBase::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange)
-        languageChange();
-    QDialog::changeEvent(event);
-    if (is_of_font(*event))
-        fit_to_font();
-}
-
 SelPrinterDlg::SelPrinterDlg(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
     : selPrinterDlgBase(parent, name, modal, flags) {
     connect(btnOK, &QPushButton::clicked, this, &SelPrinterDlg::btnOK_clicked);
@@ -133,8 +125,7 @@ SelPrinterDlg::SelPrinterDlg(QWidget* parent, const char* name, bool modal, Qt::
     connect(cbPrinterID, &QComboBox::textActivated, this, &SelPrinterDlg::cbPrinterID_activated);
     cbPrinterID->lineEdit()->setReadOnly(true);
     cbPrinterID->setCompleter(nullptr);
-    // Smaller than the layout's smallest size, which then is the dialog's only one.
-    setMaximumSize(10, 10);
+    fix_size();
 }
 
 void SelPrinterDlg::btnOK_clicked() {
@@ -151,15 +142,15 @@ void SelPrinterDlg::cbPrinterID_activated(const QString& text) {
     if (get_prt_data(text, &record) == 0)
         return;
     show_record(record);
-    printer_id = text_of(record.printer_id);
+    printer_id = latin1_text(record.printer_id);
 }
 
 void SelPrinterDlg::show_record(const WinPrtSetup& record) {
-    show_text(txtPrinterName, text_of(record.printer_name));
-    show_text(txtPaperSize, text_of(record.paper_name));
-    show_text(txtOrientation, text_of(record.orientation_name));
-    show_text(txtFontName, text_of(record.font_name));
-    show_text(txtStyle, text_of(record.style_name));
+    show_text(txtPrinterName, latin1_text(record.printer_name));
+    show_text(txtPaperSize, latin1_text(record.paper_name));
+    show_text(txtOrientation, latin1_text(record.orientation_name));
+    show_text(txtFontName, latin1_text(record.font_name));
+    show_text(txtStyle, latin1_text(record.style_name));
     show_number(txtSize, record.point_size);
     show_number(txtPageLength, record.page_length);
     show_number(txtFirstLine, record.first_line);
@@ -183,29 +174,20 @@ int SelPrinterDlg::get_localprt_id() {
     SetupRecord record;
     while (file.next(record)) {
         if (record.in_use != 0)
-            ids << text_of(record.printer_id);
+            ids << latin1_text(record.printer_id);
     }
     cbPrinterID->addItems(ids);
     return 0;
 }
 
 int SelPrinterDlg::get_remoteprt_id() {
-    if (!printman)
-        return 0;
-    QStringList ids;
-    WinPrtSetup record;
-    for (int more = printman->first_win_printer(&record); more > 0;
-         more = printman->next_win_printer(&record))
-        ids << text_of(record.printer_id);
-    cbPrinterID->addItems(ids);
+    cbPrinterID->addItems(host_printers(printman).ids());
     return 0;
 }
 
 void SelPrinterDlg::init_dialog() {
     load_printer_id();
-    // The first entries of an empty list have been chosen.
-    cbPrinterID->setCurrentIndex(-1);
-    cbPrinterID->clearEditText();
+    choose_none(cbPrinterID);
 }
 
 // The interface has the id writable.
@@ -237,7 +219,7 @@ int SelPrinterDlg::get_local_record(const QString& id, WinPrtSetup* record) {
     *record = {};
     put_text(id_, sizeof id_, id.toLatin1().toStdString());
     // What is not Latin-1 or does not fit is no id, and must not become another one.
-    if (text_of(id_) != id)
+    if (latin1_text(id_) != id)
         return 0;
     if (get_localprt_data(id_, name_, face_, &setup_value_, &devmode_, &font_, &page_, &margins_) !=
         0)
@@ -265,17 +247,11 @@ int SelPrinterDlg::get_local_record(const QString& id, WinPrtSetup* record) {
 }
 
 int SelPrinterDlg::get_remote_record(const QString& id, WinPrtSetup* record) const {
-    if (!printman)
+    const auto found = host_printers(printman).find(id);
+    if (!found)
         return 0;
-    WinPrtSetup found;
-    for (int more = printman->first_win_printer(&found); more > 0;
-         more = printman->next_win_printer(&found)) {
-        if (text_of(found.printer_id) == id) {
-            *record = found;
-            return 1;
-        }
-    }
-    return 0;
+    *record = *found;
+    return 1;
 }
 
 void SelPrinterDlg::showEvent(QShowEvent* event) {
@@ -287,7 +263,7 @@ void SelPrinterDlg::showEvent(QShowEvent* event) {
 }
 
 void SelPrinterDlg::hideEvent(QHideEvent* event) {
-    // A window that the desktop minimises is not hidden for its user: its list stays.
+    // To its user a minimized window is not hidden: its list stays.
     if (!event->spontaneous())
         needs_init_ = true;
     selPrinterDlgBase::hideEvent(event);

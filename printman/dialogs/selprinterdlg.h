@@ -2,8 +2,8 @@
 
 #include <printman/printer/prtsetup.h>
 #include <printman/printman_export.h>
+#include <printman/toolkit/formdialog.h>
 
-#include <QDialog>
 #include <QString>
 
 #include <memory>
@@ -20,7 +20,7 @@ class selPrinterDlgBase;
 
 /// The widgets of the dialog that shows a host-defined or local printer, without behaviour. All
 /// fields whose names begin with "txt" are read-only.
-class PRINTMAN_EXPORT selPrinterDlgBase : public QDialog {
+class PRINTMAN_EXPORT selPrinterDlgBase : public printman::FormDialog {
     Q_OBJECT
 
 public:
@@ -69,14 +69,12 @@ public:
     QLabel* TextLabel1_4; ///< the unit behind txtRight
 
 public slots:
-    /// Gives every widget its text again, in the language of now.
-    virtual void languageChange();
+    void languageChange() override;
 
 protected:
-    void changeEvent(QEvent* event) override;
+    void fit_to_font() override;
 
 private:
-    void fit_to_font();
     void take_widgets();
 
     std::unique_ptr<Ui::selPrinterDlgBase> ui_;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <printman/printman_export.h>
+#include <printman/toolkit/formdialog.h>
 
-#include <QDialog>
 #include <QString>
 
 #include <memory>
@@ -19,7 +19,7 @@ class selUnixPrinterDlgBase;
 
 /// The widgets of the dialog that shows a local printer of the system, without behaviour. All
 /// fields whose names begin with "txt" are read-only.
-class PRINTMAN_EXPORT selUnixPrinterDlgBase : public QDialog {
+class PRINTMAN_EXPORT selUnixPrinterDlgBase : public printman::FormDialog {
     Q_OBJECT
 
 public:
@@ -46,14 +46,12 @@ public:
     QPushButton* btnCancel;
 
 public slots:
-    /// Gives every widget its text again, in the language of now.
-    virtual void languageChange();
+    void languageChange() override;
 
 protected:
-    void changeEvent(QEvent* event) override;
+    void fit_to_font() override;
 
 private:
-    void fit_to_font();
     std::unique_ptr<Ui::selUnixPrinterDlgBase> ui_;
 };
 

@@ -1,8 +1,8 @@
 #include <printman/dialogs/printdestdlg.h>
 #include <printman/dialogs/printerfields.h>
 #include <printman/manager/printmanprivate.h>
+#include <printman/toolkit/widgets.h>
 
-#include <QApplication>
 #include <QPointer>
 
 #include <cstring>
@@ -36,14 +36,14 @@ int CPrintMan::show_print_dest(const PrintDest&) {
 }
 
 int CPrintMan::show_print_dest() {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+    if (!can_show_widgets())
         return 0;
     PrintDestDlg dialog(nullptr, nullptr, true);
     dialog.printman = this;
     dialog.set_print_dest(d->dest);
     char id[128] = {};
     if (get_prt_id(id, sizeof id) != 0)
-        dialog.local_printer_id = text_of(id);
+        dialog.local_printer_id = latin1_text(id);
     const QPointer<CPrintMan> self = this;
     connect(this, &QObject::destroyed, &dialog, [&dialog] { close_without_manager(dialog); });
     if (dialog.exec() != QDialog::Accepted || !self)

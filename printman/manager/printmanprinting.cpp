@@ -36,20 +36,21 @@ QPainter* CPrintMan::Private::start_painter(CPrintMan& manager, const PainterSet
 }
 
 QPainter* CPrintMan::create_printer(const char* name, const DLWDEVMODE& devmode) {
-    return d->start_painter(*this, {.printer = text_of(name), .devmode = &devmode});
+    return d->start_painter(*this, {.printer = utf8_or_latin1(name), .devmode = &devmode});
 }
 
 QPainter* CPrintMan::create_printer(const char* name, const DLWDEVMODE& devmode,
                                     const QString& file) {
-    return d->start_painter(*this, {.printer = text_of(name), .devmode = &devmode, .file = &file});
+    return d->start_painter(*this,
+                            {.printer = utf8_or_latin1(name), .devmode = &devmode, .file = &file});
 }
 
 QPainter* CPrintMan::create_generic_printer(const char* name) {
-    return d->start_painter(*this, {.printer = text_of(name)});
+    return d->start_painter(*this, {.printer = utf8_or_latin1(name)});
 }
 
 QPainter* CPrintMan::create_generic_printer(const char* name, const QString& file) {
-    return d->start_painter(*this, {.printer = text_of(name), .file = &file});
+    return d->start_painter(*this, {.printer = utf8_or_latin1(name), .file = &file});
 }
 
 QFont* CPrintMan::create_font(const FontInfo& info) {

@@ -40,7 +40,7 @@ public:
     printman::ScreenView screen{units};
     printman::Highlights highlights{screen, rows, units};
     printman::ScreenSearch screen_search{screen, rows, highlights};
-    printman::SearchCycle search;
+    printman::SearchSession search;
     QPoint press; ///< where the mouse button went down; (0, 0) when it is no drag
     int cell_width = 0;
     int cell_height = 0;

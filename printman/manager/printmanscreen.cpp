@@ -3,8 +3,7 @@
 #include <printman/render/screen.h>
 #include <printman/render/screensettings.h>
 #include <printman/render/zoom.h>
-
-#include <QApplication>
+#include <printman/toolkit/widgets.h>
 
 // The facade's functions for the page on screen: view, zoom, colors.
 
@@ -70,11 +69,11 @@ void CPrintMan::load_screenfont() {
 }
 
 void CPrintMan::load_screencolor() {
-    d->screen.colours = read_screen_colours();
+    d->screen.colors = read_screen_colors();
 }
 
 int CPrintMan::select_screencolor() {
-    if (!qobject_cast<QApplication*>(QCoreApplication::instance()))
+    if (!can_show_widgets())
         return 0;
     KSColorDlg dialog(nullptr, nullptr, true);
     return dialog.exec() == QDialog::Accepted;

@@ -26,7 +26,7 @@ QFont report_font(const FontInfo& info) {
                                                   record.face_name, sizeof record.face_name)));
     QFont font;
     if (!family.isEmpty())
-        font.setFamily(text_of(family));
+        font.setFamily(utf8_or_latin1(family));
     font.setPointSize(job_point_size(info.point_size));
     if (record.weight >= 0 && record.weight <= most_weight)
         set_legacy_weight(font, record.weight);

@@ -1,9 +1,8 @@
 #include <printman/output/jobmessages.h>
+#include <printman/toolkit/modaldialog.h>
 #include <printman/toolkit/psprinter.h>
 
-#include <QApplication>
 #include <QMessageBox>
-#include <QPointer>
 
 namespace printman {
 
@@ -16,22 +15,16 @@ Result printer_not_found(const QString& printer_id) {
     return Result::failure(QStringLiteral("Can not find report printer '%1'").arg(printer_id));
 }
 
-bool can_ask() {
-    return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
-}
-
 Result no_one_to_ask() {
     return Result::failure(QStringLiteral("there is no display to ask the user on"));
 }
 
 void show_message(QWidget* parent, const QString& text) {
-    // It goes with its parent.
-    const QPointer<QMessageBox> box =
-        new QMessageBox(QMessageBox::Information, QStringLiteral("Talvine Thinclient Message"),
-                        text, QMessageBox::Ok, parent);
+    ModalDialog<QMessageBox> box(QMessageBox::Information,
+                                 QStringLiteral("Talvine Thinclient Message"), text,
+                                 QMessageBox::Ok, parent);
     box->setTextFormat(Qt::PlainText);
-    box->exec();
-    delete box;
+    box.run();
 }
 
 } // namespace printman

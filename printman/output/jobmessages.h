@@ -17,8 +17,7 @@ Result printer_failure(const PsPrinter& printer);
 /// That the setup file has no printer of that id.
 Result printer_not_found(const QString& printer_id);
 
-/// Whether the program can show dialogs, and the failure where it cannot.
-bool can_ask();
+/// That the program cannot show the dialogs in which the user is to choose.
 Result no_one_to_ask();
 
 /// Shows a message and waits until it is closed, or goes with @p parent.

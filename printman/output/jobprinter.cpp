@@ -38,7 +38,7 @@ std::optional<PrinterRecord> find_printer(const QString& setup_file, const char*
     if (!id || get_prt_data(setup_file, id, name.data(), font_name.data(), &setup_value,
                             &record.devmode, &record.font, &page, &record.margins) != 0)
         return {};
-    record.name = field_text_of(name.data(), name.size());
+    record.name = utf8_or_latin1_field(name.data(), name.size());
     return record;
 }
 

@@ -3,6 +3,7 @@
 #include <printman/output/pageprint.h>
 #include <printman/printer/hostservices.h>
 #include <printman/render/itempainter.h>
+#include <printman/toolkit/modaldialog.h>
 #include <printman/toolkit/psprinter.h>
 
 #include <QFontDatabase>
@@ -112,14 +113,9 @@ QFont first_print_font() {
 }
 
 std::optional<QFont> choose_font(QWidget* parent, const QFont& first) {
-    const QPointer<QFontDialog> dialog = new QFontDialog(parent);
+    ModalDialog<QFontDialog> dialog(parent);
     dialog->setCurrentFont(first);
-    const bool is_accepted = dialog->exec() == QDialog::Accepted && dialog;
-    std::optional<QFont> font;
-    if (is_accepted)
-        font = dialog->selectedFont();
-    delete dialog;
-    return font;
+    return dialog.run() ? std::optional(dialog->selectedFont()) : std::nullopt;
 }
 
 Result print_page_as_chosen(QWidget* parent, const std::weak_ptr<PsPrinter>& printer,

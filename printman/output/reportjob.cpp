@@ -10,6 +10,7 @@
 #include <printman/system/filebackup.h>
 #include <printman/system/scratchname.h>
 #include <printman/toolkit/psprinter.h>
+#include <printman/toolkit/widgets.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -150,7 +151,7 @@ Result ReportJob::print(QWidget* parent, const char* printer_id, PrintedCopies p
         return print_as_chosen(parent, printed);
     const auto record = find_printer(get_prtbin_path(), printer_id);
     return record ? print_by_record(parent, *record, printed)
-                  : printer_not_found(text_of(printer_id));
+                  : printer_not_found(utf8_or_latin1(printer_id));
 }
 
 Result ReportJob::print_by_record(QWidget* parent, const PrinterRecord& record,
@@ -181,7 +182,7 @@ Result ReportJob::print_by_record(QWidget* parent, const PrinterRecord& record,
 }
 
 Result ReportJob::print_as_chosen(QWidget* parent, PrintedCopies printed) {
-    Result ready = can_ask() ? check_ready(true) : no_one_to_ask();
+    Result ready = can_show_widgets() ? check_ready(true) : no_one_to_ask();
     if (!ready.ok())
         return ready;
     PsPrinter& printer = tools_.printer;
@@ -232,7 +233,7 @@ Result ReportJob::serve(const char* printer_id, PrintedCopies printed, const QSt
     start_control();
     const auto record = find_printer(setup_file, printer_id);
     Result served = record ? serve_record(*record, printed, output_file)
-                           : printer_not_found(text_of(printer_id));
+                           : printer_not_found(utf8_or_latin1(printer_id));
     remove_setup_file(setup_file);
     return served;
 }

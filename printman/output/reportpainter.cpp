@@ -3,6 +3,7 @@
 #include <printman/render/itempainter.h>
 #include <printman/render/textruler.h>
 #include <printman/report/reportfailure.h>
+#include <printman/system/regularfile.h>
 
 #include <QFontMetrics>
 #include <QPagedPaintDevice>
@@ -12,33 +13,12 @@
 #include <climits>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
-#include <memory>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace printman {
 
 namespace {
 
-constexpr size_t line_buffer = 512;
 constexpr int max_lines = 1 << 16; // on a page without end
-
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
-/// Null for what is no regular file: nothing is waited for.
-std::unique_ptr<std::FILE, CloseFile> open_text(const char* path) {
-    const int fd = path ? ::open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC) : -1;
-    struct stat status {};
-    if (fd < 0)
-        return nullptr;
-    if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode))
-        return std::unique_ptr<std::FILE, CloseFile>(::fdopen(fd, "r"));
-    ::close(fd);
-    return nullptr;
-}
 
 QSizeF inches_of(const QPaintDevice& device) {
     return {static_cast<double>(device.width()) / device.logicalDpiX(),
@@ -133,12 +113,12 @@ Result ReportPainter::paint_pages(const QFont& font, PageUnits units, PrintedCop
 }
 
 Result ReportPainter::paint_text(const char* file, int page_lines) {
-    const auto in = open_text(file);
+    const auto in = open_regular_file(file);
     if (!in)
         return Result::failure(QStringLiteral("cannot open the text file"));
     total_ = std::max(done_, text_pages);
     const int line_height = painter_.fontMetrics().height();
-    std::array<char, line_buffer> line{};
+    std::array<char, line_buffer_size> line{};
     int n = 0;
     while (std::fgets(line.data(), line.size(), in.get())) {
         if (std::strcmp(line.data(), "\n") != 0)

@@ -4,6 +4,7 @@
 #include <printman/output/reportjob.h>
 #include <printman/printer/paths.h>
 #include <printman/toolkit/psprinter.h>
+#include <printman/toolkit/widgets.h>
 
 #include <QFileInfo>
 #include <QPainter>
@@ -64,7 +65,7 @@ Result ReportJob::save_pdf(QWidget* parent, const QString& file) {
         return ready;
     if (file.isEmpty())
         return Result::failure(QStringLiteral("the path of the PDF is too long"));
-    if (!can_ask())
+    if (!can_show_widgets())
         return no_one_to_ask();
     begin_pdf();
     const DialogParent window(parent);
@@ -89,7 +90,7 @@ Result ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QSt
     if (!ready.ok())
         return ready;
     begin_pdf();
-    if (!record && !can_ask())
+    if (!record && !can_show_widgets())
         return is_named ? printer_not_found(printer_id) : no_one_to_ask();
     const DialogParent window(parent);
     if (!record && is_named)

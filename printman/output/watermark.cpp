@@ -33,18 +33,18 @@ QByteArray whole_characters(QByteArray bytes) {
 
 } // namespace
 
-QString text_of(const QByteArray& bytes) {
+QString utf8_or_latin1(const QByteArray& bytes) {
     return is_utf8(bytes) ? QString::fromUtf8(bytes) : QString::fromLatin1(bytes);
 }
 
-QString field_text_of(const char* bytes, qsizetype size) {
+QString utf8_or_latin1_field(const char* bytes, qsizetype size) {
     if (!bytes)
         return {};
     const QByteArray text(bytes);
     if (text.size() < size)
-        return text_of(text);
+        return utf8_or_latin1(text);
     const QByteArray cut = text.left(size - 1);
-    return text_of(is_utf8(text) ? whole_characters(cut) : cut);
+    return utf8_or_latin1(is_utf8(text) ? whole_characters(cut) : cut);
 }
 
 void draw_watermark(QPainter& painter, const Watermark& mark) {

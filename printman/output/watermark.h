@@ -22,11 +22,11 @@ struct Watermark {
 };
 
 /// A text that a host or a record gave as bytes: UTF-8, or Latin-1 where it is no UTF-8.
-QString text_of(const QByteArray& bytes);
+QString utf8_or_latin1(const QByteArray& bytes);
 
 /// The same for the text in a field of @p size bytes, its terminator included: what does not fit is
 /// cut, between two characters. Null is no text.
-QString field_text_of(const char* bytes, qsizetype size);
+QString utf8_or_latin1_field(const char* bytes, qsizetype size);
 
 /// Draws @p mark with @p painter, whose transformation is replaced. Sizes and places beyond any
 /// page are cut.

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view first_line = "%!PS-Adobe-3.0\n";
 constexpr size_t spool_block = 256 * 1024;
-constexpr int points_an_inch = 72;
+constexpr int points_per_inch = 72;
 
 QSize paper_points(const QPageLayout& layout) {
     return layout.fullRect(QPageLayout::Point).size().toSize();
@@ -35,7 +35,7 @@ QRect ps_paint_area(const QPageLayout& layout, int resolution) {
     const QRect sheet = layout.fullRectPixels(resolution);
     if (layout.mode() == QPageLayout::FullPageMode)
         return sheet;
-    const QMarginsF margins = layout.margins(QPageLayout::Point) * resolution / points_an_inch;
+    const QMarginsF margins = layout.margins(QPageLayout::Point) * resolution / points_per_inch;
     return sheet.marginsRemoved(QMargins(qRound(margins.left()), qRound(margins.top()),
                                          qRound(margins.right()), qRound(margins.bottom())));
 }
@@ -81,7 +81,7 @@ void PsJob::start_page(const QPageLayout& layout) {
     box_ = box_.expandedTo(paper);
     const QRect full = layout.fullRectPixels(setup_.resolution);
     const QRect area = ps_paint_area(layout, setup_.resolution);
-    const double scale = static_cast<double>(points_an_inch) / setup_.resolution;
+    const double scale = static_cast<double>(points_per_inch) / setup_.resolution;
 
     stream_ << "%%Page: ";
     stream_.integer(pages_) << ' ';

@@ -3,6 +3,7 @@
 #include <printman/postscript/pspage.h>
 #include <printman/system/outputsink.h>
 #include <printman/system/spoolfile.h>
+#include <printman/toolkit/psprinter.h>
 #include <printman/typeset/fontset.h>
 #include <printman/typeset/pagedocument.h>
 
@@ -25,7 +26,7 @@ struct PsJobSetup {
     QString creator;
     int copies = 1;
     bool collate = true;
-    int resolution = 600; ///< device pixels an inch
+    int resolution = PsPrinter::dotsPerInch; ///< device pixels per inch
 
     /// Asked while the spooler is waited for.
     std::shared_ptr<JobControl> control = std::make_shared<JobControl>();

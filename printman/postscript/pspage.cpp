@@ -14,7 +14,7 @@ constexpr int position_decimals = 3;
 constexpr int matrix_decimals = 6;
 constexpr int color_decimals = 3;
 
-/// PostScript knows no translucency: a colour lies on white paper.
+/// PostScript knows no translucency: a color lies on white paper.
 QRgb on_paper(const QColor& color) {
     const QRgb c = color.rgba();
     const int alpha = qAlpha(c);

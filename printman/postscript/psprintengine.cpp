@@ -155,9 +155,9 @@ QVariant PsPrintEngine::property(PrintEnginePropertyKey key) const {
 }
 
 int PsPrintEngine::metric(QPaintDevice::PaintDeviceMetric id) const {
-    constexpr double millimetres_an_inch = 25.4;
+    constexpr double millimetres_per_inch = 25.4;
     const auto millimetres = [this](int pixels) {
-        return qRound(pixels * millimetres_an_inch / setup_.resolution);
+        return qRound(pixels * millimetres_per_inch / setup_.resolution);
     };
     switch (id) {
     case QPaintDevice::PdmWidth:

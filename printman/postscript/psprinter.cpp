@@ -1,11 +1,11 @@
 #include <printman/postscript/psprintengine.h>
+#include <printman/toolkit/modaldialog.h>
 #include <printman/toolkit/psprinter.h>
 #include <printman/typeset/pagepaintengine.h>
 
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
-#include <QPointer>
 #include <QPrintDialog>
 
 #include <cmath>
@@ -120,17 +120,18 @@ void PsPrinter::setMargins(unsigned top, unsigned left, unsigned bottom, unsigne
 bool PsPrinter::setup(QWidget* parent) {
     QPrinter native(QPrinter::HighResolution);
     prepare_native(native, *this);
-    // The window may be closed meanwhile, and takes the dialog with it; this printer may go, too.
-    const QPointer<QPrintDialog> dialog = new QPrintDialog(&native, parent);
-    const std::weak_ptr<const bool> alive = d->alive;
-    // Where there are printers the dialog has now given it the settings of the default one.
-    preselect(*dialog, printerName());
-    prepare_native(native, *this);
-    const QMarginsF margins = margins_of(native);
-    const bool is_accepted = dialog->exec() == QDialog::Accepted && dialog;
-    delete dialog;
-    if (!is_accepted || alive.expired())
-        return false;
+    QMarginsF margins;
+    {
+        printman::ModalDialog<QPrintDialog> dialog(&native, parent);
+        // This printer, too, may go while the dialog is open.
+        const std::weak_ptr<const bool> alive = d->alive;
+        // Where there are printers the dialog has now given it the settings of the default one.
+        preselect(*dialog, printerName());
+        prepare_native(native, *this);
+        margins = margins_of(native);
+        if (!dialog.run() || alive.expired())
+            return false;
+    }
 
     const bool to_file = native.outputFormat() == QPrinter::PdfFormat;
     setOutputFileName(to_file ? native.outputFileName() : QString());

@@ -27,6 +27,6 @@ const char* GetEnv(const char* key, const char* file, const char* section);
 /// @return ignored by the library
 int SetEnv(const char* entry, const char* file, const char* section, int flag);
 
-/// Reads the colour setting @p key and sets all three components, each 0..255.
+/// Reads the color setting @p key and sets all three components, each 0..255.
 void GetRGB(const char* key, int* red, int* green, int* blue);
 }

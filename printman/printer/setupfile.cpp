@@ -2,10 +2,6 @@
 #include <printman/printer/setupfile.h>
 #include <printman/printer/textfield.h>
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 namespace printman {
 
 namespace {
@@ -15,20 +11,6 @@ struct Header {
     int32_t second_word;
 };
 static_assert(sizeof(Header) == 8);
-
-/// Null when there is no such regular file.
-std::FILE* open_regular_file(const char* path) {
-    // A pipe would wait for its other end.
-    const int fd = ::open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
-    if (fd < 0)
-        return nullptr;
-    struct stat status {};
-    const bool is_regular = ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
-    std::FILE* const file = is_regular ? ::fdopen(fd, "r") : nullptr;
-    if (!file)
-        ::close(fd);
-    return file;
-}
 
 void terminate_texts(SetupRecord& record) {
     terminate_field(record.printer_id);
@@ -47,7 +29,7 @@ void append_bytes(std::string& bytes, const Record& record) {
 
 } // namespace
 
-SetupFile::SetupFile(const char* path) : file_(path ? open_regular_file(path) : nullptr) {
+SetupFile::SetupFile(const char* path) : file_(open_regular_file(path)) {
     if (!file_)
         return;
     Header header{};

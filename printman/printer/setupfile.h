@@ -1,9 +1,8 @@
 #pragma once
 
 #include <printman/printer/setuprecord.h>
+#include <printman/system/regularfile.h>
 
-#include <cstdio>
-#include <memory>
 #include <optional>
 
 // Nothing here needs the GUI toolkit, so that it also builds and runs alone, for other processors.
@@ -28,10 +27,7 @@ public:
     bool next(SetupRecord& record);
 
 private:
-    struct Close {
-        void operator()(std::FILE* file) const { std::fclose(file); }
-    };
-    std::unique_ptr<std::FILE, Close> file_;
+    File file_;
     int32_t left_ = 0;
 };
 

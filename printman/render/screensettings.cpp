@@ -19,7 +19,7 @@ std::string font_setting(const char* key) {
     return text ? text : "";
 }
 
-QColor colour_setting(const char* key) {
+QColor color_setting(const char* key) {
     int red = 0;
     int green = 0;
     int blue = 0;
@@ -34,11 +34,11 @@ long number(const std::string& text, long least, long most) {
 
 } // namespace
 
-ScreenColours read_screen_colours() {
-    ScreenColours colours;
-    colours.page = colour_setting("KRV_COLOR_SBG");
-    colours.text = colour_setting("KRV_COLOR_DBG");
-    return colours;
+ScreenColors read_screen_colors() {
+    ScreenColors colors;
+    colors.page = color_setting("KRV_COLOR_SBG");
+    colors.text = color_setting("KRV_COLOR_DBG");
+    return colors;
 }
 
 void ScreenFontSettings::apply(QFont& font) const {

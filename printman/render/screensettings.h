@@ -8,15 +8,15 @@
 
 namespace printman {
 
-/// The colours of the page on screen.
-struct ScreenColours {
+/// The colors of the page on screen.
+struct ScreenColors {
     QColor text;
     QColor page; ///< its background
 };
 
-/// The colours that the host's settings KRV_COLOR_DBG (text) and KRV_COLOR_SBG (page) name, each
+/// The colors that the host's settings KRV_COLOR_DBG (text) and KRV_COLOR_SBG (page) name, each
 /// part cut to 0..255. What the host answers for a missing setting is its own business.
-ScreenColours read_screen_colours();
+ScreenColors read_screen_colors();
 
 /// What the settings SCR_FACENAME, SCR_POINTSIZE, SCR_WEIGHT and SCR_ITALIC ("y...") of dlwmenu.ini
 /// say of the font on screen.

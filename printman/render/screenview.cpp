@@ -4,8 +4,9 @@
 #include <printman/render/zoom.h>
 #include <printman/report/pagerows.h>
 #include <printman/toolkit/qscrollview.h>
+#include <printman/toolkit/widgets.h>
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QFontInfo>
 #include <QFontMetrics>
 #include <QPainter>
@@ -29,9 +30,9 @@ QColor surround() {
 }
 
 /// Fills what is in @p outer but not in @p inner.
-void fill_around(QPainter& p, const QRect& outer, const QRect& inner, const QColor& colour) {
+void fill_around(QPainter& p, const QRect& outer, const QRect& inner, const QColor& color) {
     for (const QRect& part : QRegion(outer).subtracted(inner))
-        p.fillRect(part, colour);
+        p.fillRect(part, color);
 }
 
 } // namespace
@@ -73,8 +74,7 @@ void ScreenView::set_screen_font() {
 }
 
 bool ScreenView::may_make_widgets(const QSize* size) const {
-    return qobject_cast<QApplication*>(QCoreApplication::instance()) &&
-           (parent_ || (!had_parent_ && size));
+    return can_show_widgets() && (parent_ || (!had_parent_ && size));
 }
 
 void ScreenView::make_widgets(CPrintMan* owner) {
@@ -188,7 +188,7 @@ bool ScreenView::begin_page(QPainter& p, PageGeometry grid, const PageRows& rows
         return false;
     painted_ = {.grid = grid,
                 .margin = margin(),
-                .colours = colours,
+                .colors = colors,
                 .size = screen_->size(),
                 .loads = rows.loads()};
     p.begin(image_.get());
@@ -200,9 +200,9 @@ bool ScreenView::begin_page(QPainter& p, PageGeometry grid, const PageRows& rows
     // one.
     fill_around(p, all.adjusted(0, 0, 1, 1), frame & all, surround());
     fill_around(p, frame & all, sheet, Qt::black);
-    p.fillRect(sheet, colours.page);
+    p.fillRect(sheet, colors.page);
     begin(p);
-    p.setPen(colours.text);
+    p.setPen(colors.text);
     return true;
 }
 

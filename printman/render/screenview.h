@@ -22,7 +22,7 @@ class PageRows;
 class PageUnits;
 
 /// The page on screen: a scroll view with the screen widget in it, the image of the page that the
-/// widget shows, and how the page is laid out: font, zoom, preview and colours.
+/// widget shows, and how the page is laid out: font, zoom, preview and colors.
 ///
 /// The widgets belong to the host's window; when it goes everything here has no effect any more.
 /// All sizes and places are in logical pixels; the image has the screen's device pixels.
@@ -33,7 +33,7 @@ public:
     ScreenView(const ScreenView&) = delete;
     ScreenView& operator=(const ScreenView&) = delete;
 
-    ScreenColours colours;
+    ScreenColors colors;
     bool preview = false; ///< the whole page fits the view
     int zoom = 100;       ///< in percent, kept during preview; 0 leaves the font's size
 
@@ -95,11 +95,11 @@ public:
 
     const QPixmap* image() const { return image_.get(); }
 
-    /// How the image was painted: the grid of its page, the pixels about its sheet, its colours.
+    /// How the image was painted: the grid of its page, the pixels about its sheet, its colors.
     struct Painted {
         PageGeometry grid;
         int margin = 0;
-        ScreenColours colours;
+        ScreenColors colors;
         QSize size;         ///< of the screen widget
         unsigned loads = 0; ///< which load of the rows it shows
     };

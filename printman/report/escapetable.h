@@ -6,16 +6,16 @@
 
 namespace printman {
 
-/// The markers of the loaded page: for every line its fields, in the order in which they were met.
+/// The markers of the loaded page: the fields of each line, in the order in which they were read.
 class EscapeTable {
 public:
-    /// Makes the table anew with @p rows empty lines.
+    /// Makes a new table of @p rows empty lines.
     void create(int rows);
 
-    /// Gives the table back; until the next create() it takes and finds nothing.
+    /// Frees the table; until the next create() nothing is added or found.
     void release();
 
-    /// Forgets every line's fields and keeps the table.
+    /// Removes all fields and keeps the table.
     void clear();
 
     int rows() const { return static_cast<int>(rows_.size()); }
@@ -28,8 +28,8 @@ public:
 
     /// The field of line @p row that starts at the 1-based @p column.
     ///
-    /// @param columns columns of the page; a @p column below 0 or not below it finds nothing, so a
-    ///                field at the last column is never found
+    /// @param columns columns of the page; nothing is found at a @p column below 0 or not below
+    ///                @p columns, so a field at the last column is never found
     /// @param second  skip the first such field and find the second
     /// @return null when there is none; valid until the line changes
     const EscapeField* find(int row, int column, int columns, bool second) const;

@@ -1,3 +1,4 @@
+#include <printman/report/format.h>
 #include <printman/report/marker.h>
 
 #include <algorithm>
@@ -8,10 +9,6 @@
 namespace printman {
 
 namespace {
-
-constexpr std::string_view no_op_marker = "#!?T0,0;";
-constexpr std::string_view page_top = "#!?PAGETOP";
-constexpr std::string_view page_end = "#!?PAGEEND";
 
 /// The bytes of one number in a line.
 struct Number {
@@ -60,7 +57,7 @@ MarkerParse parse_tab(std::span<const char> line, int pos, int end) {
 
 bool is_recognised(std::span<const char> line) {
     const std::string_view text(line.data(), line.size());
-    if (text.starts_with(page_top) || text.starts_with(page_end))
+    if (text.starts_with(page_top_mark) || text.starts_with(page_end_mark))
         return true;
     return parse_marker(line, static_cast<int>(marker_lead.size()),
                         static_cast<int>(line.size()) - 1)

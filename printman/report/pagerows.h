@@ -9,14 +9,14 @@
 
 namespace printman {
 
-/// The loaded page as text items, one list a line, each from left to right as it was cut.
+/// The loaded page as text items: one list per line, from left to right.
 class PageRows {
 public:
-    /// Cuts a page's cells into items: runs of text, which keep their blanks, and the trimmed
-    /// contents of fields, which a marker places.
+    /// Splits a page's cells into items: runs of text, which keep their blanks, and the trimmed
+    /// contents of fields, which are placed by a marker.
     ///
     /// @param cells   columns x lines bytes of Latin-1 text, row by row; a zero byte ends a line
-    /// @param columns cells in a line, 1 or more
+    /// @param columns cells per line, 1 or more
     /// @param lines   lines of the page
     /// @param fields  the page's markers
     void load(std::span<const char> cells, int columns, int lines, const EscapeTable& fields);
@@ -24,10 +24,10 @@ public:
     /// Appends @p item to line @p row; a row outside the page is ignored.
     void add(int row, const StringItem& item);
 
-    /// Gives all lines back.
+    /// Frees all lines.
     void release();
 
-    /// How often a page was loaded: tells whether the rows are still those that were painted.
+    /// How often a page was loaded: shows whether the rows are still those that were painted.
     unsigned loads() const { return loads_; }
 
     int size() const { return static_cast<int>(rows_.size()); }
@@ -35,7 +35,7 @@ public:
     /// The items of line @p row; an empty list for a row outside the page.
     const QValueList<StringItem>& row(int row) const;
 
-    /// All lines, for painting, which records where each item was drawn.
+    /// All lines, for painting, which stores in each item where it was drawn.
     std::span<QValueList<StringItem>> rows() { return rows_; }
 
 private:

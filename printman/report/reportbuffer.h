@@ -1,6 +1,8 @@
 #pragma once
 
+#include <printman/pagerequest.h>
 #include <printman/report/escapetable.h>
+#include <printman/report/format.h>
 
 #include <array>
 #include <cstdio>
@@ -11,45 +13,10 @@
 
 namespace printman {
 
-/// A page request: the integer argument of the door's page functions.
-enum PageRequest {
-    page_current = 0,
-    page_first = 1,
-    page_next = 2,
-    page_previous = 3,
-    page_last = 4
-};
-
-/// Limits of a page's geometry; beyond them it counts as missing.
-inline constexpr long max_page_columns = 32767;
-inline constexpr long max_page_lines = 32767;
-inline constexpr long max_page_cells = 64L * 1024 * 1024;
-
-/// Columns and lines of a report's pages; both are 0 until they are known.
-struct PageGeometry {
-    int columns = 0;
-    int lines = 0;
-
-    bool known() const { return columns != 0 && lines != 0; }
-    bool operator==(const PageGeometry&) const = default;
-};
-
-/// Appends to @p offsets where the text of every page in the file starts: the position behind the
-/// top line, or behind its first 49 bytes when it is longer. Inside a line a top mark counts at
-/// every 49th byte from the line's start, and nowhere else.
+/// A report in its file: adds pages to it, finds them, and reads them into cells.
 ///
-/// @param fd         an open file at its start
-/// @param block_size bytes to read at a time, 1 or more
-/// @return 0, or the errno of a failed read; @p offsets may then hold some of the places
-///
-/// Cost: one pass over the file, whatever its lines look like.
-int find_pages(int fd, size_t block_size, std::vector<long>& offsets);
-
-/// A report in its file: how pages are added, announced and found, and how one is read into cells.
-///
-/// The file holds lines. "#!?PAGETOP" starts a page and "#!?PAGEEND" ends it; the first top line
-/// carries the geometry, "#!?PAGETOP 132,66". The file is open only while one operation lasts, so
-/// it may change, shrink or disappear between two of them; each then fails by its result.
+/// The file is open only while an operation lasts, so it may change, shrink or disappear between
+/// two of them; the next one then fails and says so by its result.
 ///
 /// Memory: 8 to 16 bytes a page for the index, and one page's cells.
 class ReportBuffer {
@@ -59,88 +26,90 @@ public:
     ReportBuffer(const ReportBuffer&) = delete;
     ReportBuffer& operator=(const ReportBuffer&) = delete;
 
-    /// Names the report file, at most 255 bytes; a longer name is refused and the old one stays.
+    /// Sets the report file's name, at most 255 bytes; a longer one is refused, and the old one
+    /// stays.
     bool set_file_name(const std::string& name);
     const std::string& file_name() const { return file_name_; }
 
-    /// Opens the file with an fopen @p mode; 0, or -1 for a null or empty mode or a failed open.
-    /// A stream that is still open is closed first.
+    /// Opens the file with an fopen @p mode, after closing a stream that is still open.
+    ///
+    /// @return 0; -1 for a null or empty mode or when the file cannot be opened
     int open(const char* mode);
 
-    /// Closes the stream that open() opened: the result of fclose, EOF when none is open.
+    /// Closes the stream that open() opened.
+    ///
+    /// @return the result of fclose, or EOF when none is open
     int close();
 
-    /// Appends @p size bytes, delimiter lines included.
+    /// Appends @p size bytes: a page with its top and end lines.
     ///
-    /// @return false when @p data is null or @p size negative, or the file cannot be opened or
-    ///         written whole; what was there before stays as it was in the first three cases
+    /// @return false when @p data is null, @p size is negative, or the file cannot be opened, all
+    /// of
+    ///         which leave the file as it was; also when not all bytes could be written
     bool add_page(const char* data, int size);
 
-    /// Reads the geometry from the first top line that stands in the file. A file without one, or
-    /// with one that has no comma or says absurd numbers, leaves the geometry as it was.
+    /// Reads the geometry from the file's first top line. Where there is none, or none that states
+    /// a valid size, the geometry stays as it was.
     ///
-    /// @return 0, or -1 when the file cannot be opened or read, or is no regular file
+    /// @return 0; -1 when the file cannot be opened or read, or is not a regular file
     int read_geometry();
 
-    /// Drops the cells of an earlier call together with the geometry and the page count, reads the
-    /// geometry anew, and when it is known makes the cells and the escape table and indexes the
-    /// pages. The index is added to, not replaced: every further call repeats the same pages behind
-    /// those already known.
+    /// Discards the cells, geometry and page count of an earlier call and reads the geometry again.
+    /// When it is known, allocates the cells and the escape table and indexes the pages. The index
+    /// is extended, not replaced: each further call appends the same pages once more.
     ///
-    /// @return -1 when the file cannot be read, 1 when the top line says 0 lines, 0 otherwise
+    /// @return -1 when the file cannot be read, 1 when the top line states 0 lines, 0 otherwise
     int init(EscapeTable& fields);
 
-    /// Adds the place of every page in the file to the index. Cost: one pass over the file.
+    /// Adds the position of every page in the file to the index. Cost: one pass over the file.
     ///
-    /// @return 0, or -1 when the file cannot be opened or read, or is no regular file, and the
-    /// index
-    ///         stays as it was
+    /// @return 0; -1 when the file cannot be opened or read, or is not a regular file; the index
+    ///         then stays as it was
     int index_pages();
 
-    /// Forgets the places of all pages. The page count stays until the next indexing.
+    /// Empties the index. The page count stays until the next indexing.
     void clear_index() { offsets_.clear(); }
 
     int page_count() const { return page_count_; }
     int current_page() const { return current_page_; }
     const PageGeometry& geometry() const { return geometry_; }
 
-    /// Whether @p request would be allowed now.
+    /// Whether @p request is allowed now.
     bool allows(int request) const;
 
-    /// Turns to the page that @p request asks for (1 to 4) and reads it into @p cells, cutting what
-    /// does not fit.
+    /// Turns to the page that @p request asks for (1 to 4) and reads it into @p cells. What does
+    /// not fit is cut.
     ///
-    /// @param cells  zero-filled, then receives line r from columns x r on; a line longer than the
+    /// @param cells  zero-filled, then receives line r at index columns x r; a line longer than the
     ///               page is wide runs on into the next line's cells
     /// @param fields cleared, then receives the page's markers
-    /// @return false when the geometry is not known, the request is refused or asks for a page that
-    ///         the index does not have (the current page then stays), or the file cannot be read or
-    ///         ends before the page (the current page has then changed)
+    /// @return false without changing the current page when the geometry is not known, the request
+    ///         is refused, or the page is not in the index; false on the new page when the file
+    ///         cannot be read or ends before that page
     bool read_page(int request, std::span<char> cells, EscapeTable& fields);
 
-    /// The same into the buffer's own cells. What stands behind the last cell is cut here too, but
-    /// the markers in it count.
+    /// The same into the buffer's own cells. Text beyond the last cell is cut here too, but markers
+    /// in it count.
     bool read_page(int request, EscapeTable& fields);
 
-    /// Turns to page number @p page, from 1, without walking there, and reads it into the buffer's
-    /// own cells.
+    /// Turns directly to page @p page, counted from 1, and reads it into the buffer's own cells.
     ///
     /// @return false when there is no such page or it cannot be read; the current page then stays
     bool read_page_number(int page, EscapeTable& fields);
 
-    /// Whether the file is now shorter than it was when its pages were indexed last.
+    /// Whether the file is shorter than when its pages were last indexed.
     bool has_shrunk() const;
 
-    /// The cells of the page read last: columns x lines bytes, row by row, 0 for an empty cell.
+    /// The cells of the last page read: columns x lines bytes, row by row, 0 for an empty cell.
     std::span<const char> cells() const { return cells_; }
 
-    /// The line read last: 512 bytes, its newline replaced by a zero byte.
+    /// The buffer with the last line read, its newline replaced by a zero byte.
     std::span<const char> line() const { return line_; }
 
 private:
     enum class Overrun { ends_line, is_skipped };
 
-    int read_geometry_numbers(long& columns, long& lines) const;
+    bool read_first_top_line(TopLine& top) const;
     int page_of(int request) const;
     bool turn_to(int page);
     bool read(int page, std::span<char> cells, EscapeTable& fields, Overrun overrun);
@@ -151,12 +120,12 @@ private:
     std::string file_name_;
     std::FILE* stream_ = nullptr;
     std::vector<long> offsets_;
-    long indexed_size_ = 0; ///< bytes in the file when it was indexed last
+    long indexed_size_ = 0; ///< bytes in the file when it was last indexed
     int page_count_ = 0;
     int current_page_ = 1;
     PageGeometry geometry_;
     std::vector<char> cells_;
-    std::array<char, 512> line_{};
+    std::array<char, line_buffer_size> line_{};
 };
 
 } // namespace printman

@@ -7,18 +7,20 @@
 
 namespace printman {
 
-/// One thing that the producer of a report did wrong.
+/// A fault in a report, a mistake of the program that produced it.
 struct ReportFault {
     long line = 0;    ///< 1-based line of the file; 0 for the file as a whole
-    std::string what; ///< one line in plain words
+    std::string what; ///< description in one line
 };
 
-/// Reads the report file @p path and tells @p sink every fault, in the order of the file.
-///
-/// @param sink answer false to stop
-/// @return 0 when the whole file was read or @p sink stopped it, else the errno of the failure
+/// Checks the report file @p path and calls @p sink for every fault, in file order.
 ///
 /// Cost: one pass over the file; memory does not grow with it.
+///
+/// @param path a regular file, a pipe or a socket
+/// @param sink returns false to stop
+/// @return 0 when the whole file was read or @p sink stopped the check, else the errno of the
+///         failure
 PRINTMAN_EXPORT int check_report(const std::string& path,
                                  const std::function<bool(const ReportFault&)>& sink);
 

@@ -1,22 +1,22 @@
 #include "ui_finddlgbase.h"
 
 #include <printman/select/finddlg.h>
+#include <printman/toolkit/modaldialog.h>
+#include <printman/toolkit/widgets.h>
 
-#include <QEvent>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPointer>
+
+using namespace printman;
 
 namespace {
 
-constexpr qsizetype longest_text_in_box = 1000;
+constexpr qsizetype max_text_in_box = 1000;
 
 } // namespace
 
 findDlgBase::findDlgBase(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
-    : QDialog(parent, flags), ui_(std::make_unique<Ui::findDlgBase>()) {
-    setObjectName(QString::fromUtf8(name));
-    setModal(modal);
+    : FormDialog(parent, name, modal, flags), ui_(std::make_unique<Ui::findDlgBase>()) {
     ui_->setupUi(this);
     // It would change what is typed into what was typed before.
     ui_->cbFind->setCompleter(nullptr);
@@ -37,12 +37,6 @@ findDlgBase::~findDlgBase() = default;
 
 void findDlgBase::languageChange() {
     ui_->retranslateUi(this);
-}
-
-void findDlgBase::changeEvent(QEvent* event) {
-    if (event->type() == QEvent::LanguageChange)
-        languageChange();
-    QDialog::changeEvent(event);
 }
 
 findDlg::findDlg(QWidget* parent, const char* name) : findDlgBase(parent, name) {
@@ -84,11 +78,9 @@ void findDlg::set_wholeword(bool whole) {
 
 void findDlg::set_search_history(const QStringList& history) {
     search_history = history;
-    // The first entries of an empty list would be chosen at once.
     const QString text = cbFind->currentText();
     cbFind->addItems(history);
-    cbFind->setCurrentIndex(-1);
-    cbFind->setEditText(text);
+    choose_none(cbFind, text);
 }
 
 void findDlg::find_next() {
@@ -119,13 +111,11 @@ bool is_in_history(QStringList& history, QString text) {
 }
 
 void search_error(QWidget* parent, QString text) {
-    if (text.size() > longest_text_in_box)
-        text = text.left(longest_text_in_box) + QChar(0x2026);
-    // It goes with its parent when that is closed meanwhile.
-    const QPointer<QMessageBox> box = new QMessageBox(
-        QMessageBox::Information, findDlg::tr("Find Error"),
-        findDlg::tr("Can not find searching text: %1").arg(text), QMessageBox::Ok, parent);
+    if (text.size() > max_text_in_box)
+        text = text.left(max_text_in_box) + QChar(0x2026);
+    const ModalDialog<QMessageBox> box(QMessageBox::Information, findDlg::tr("Find Error"),
+                                       findDlg::tr("Can not find searching text: %1").arg(text),
+                                       QMessageBox::Ok, parent);
     box->setTextFormat(Qt::PlainText);
     box->exec();
-    delete box;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include <printman/printman_export.h>
+#include <printman/toolkit/formdialog.h>
 
-#include <QDialog>
 #include <QString>
 #include <QStringList>
 
@@ -19,7 +19,7 @@ class findDlgBase;
 }
 
 /// The widgets of the find dialog, without behaviour. Nothing is checked at first.
-class PRINTMAN_EXPORT findDlgBase : public QDialog {
+class PRINTMAN_EXPORT findDlgBase : public printman::FormDialog {
     Q_OBJECT
 
 public:
@@ -41,11 +41,7 @@ public:
     QPushButton* btnCancel;
 
 public slots:
-    /// Gives every widget its text again, in the language of now.
-    virtual void languageChange();
-
-protected:
-    void changeEvent(QEvent* event) override;
+    void languageChange() override;
 
 private:
     std::unique_ptr<Ui::findDlgBase> ui_;

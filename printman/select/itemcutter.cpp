@@ -1,11 +1,6 @@
-#include <printman/select/geometry.h>
 #include <printman/select/itemcutter.h>
 
 #include <algorithm>
-
-QRect merge_rect(const QRect& a, const QRect& b) {
-    return {QPoint(a.right() + 1, a.top()), QPoint(b.left(), a.bottom())};
-}
 
 namespace printman {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/select/searchcycle.h>
+#include <printman/select/searchsession.h>
 
 namespace printman {
 

@@ -32,7 +32,10 @@ class QWidget;
 /// a printer exists. Only the setters below must be called on this class, not through QPrinter.
 class PRINTMAN_EXPORT PsPrinter : public QPrinter {
 public:
-    /// @param mode as QPrinter has it; the resolution is 600 dpi in every mode
+    /// Device pixels per inch, as long as no other resolution is set.
+    static constexpr int dotsPerInch = 600;
+
+    /// @param mode as in QPrinter; the resolution is the same in every mode
     explicit PsPrinter(PrinterMode mode = HighResolution);
     ~PsPrinter() override;
 
@@ -55,18 +58,18 @@ public:
     /// Does nothing: the output is PostScript.
     void setOutputFormat(OutputFormat format);
 
-    /// Sets the margins of the page as it is turned now, in device pixels (1/600 inch). Margins
+    /// Sets the margins of the page as it is turned now, in device pixels. Margins
     /// that leave no room are ignored.
     void setMargins(unsigned top, unsigned left, unsigned bottom, unsigned right);
 
     /// Lets the user choose, in the toolkit's print dialog, which starts with this printer's
     /// settings: printer or output file, copies, page size and orientation, margins, range, duplex,
-    /// colour. The dialog lists the printers that the machine has, and an output file besides, so
+    /// color. The dialog lists the printers that the machine has, and an output file besides, so
     /// it works without any printer.
     ///
     /// @param parent of the dialog; may be null. It may go while the dialog is open, which then is
-    ///               cancelled, and so may the printer
-    /// @return false when it was cancelled; nothing has changed then
+    ///               canceled, and so may the printer
+    /// @return false when it was canceled; nothing has changed then
     bool setup(QWidget* parent);
 
     /// Whether the output file is one that the user chose in setup() to become a PDF, which is what

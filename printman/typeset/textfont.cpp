@@ -19,8 +19,8 @@ constexpr double bold_stroke = 0.03;
 constexpr ushort soft_hyphen = 0xad;
 
 double device_pixels(const QFont& font, int dpi) {
-    constexpr double points_an_inch = 72.0;
-    return font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * dpi / points_an_inch;
+    constexpr double points_per_inch = 72.0;
+    return font.pixelSize() > 0 ? font.pixelSize() : font.pointSizeF() * dpi / points_per_inch;
 }
 
 /// The typeface of a font, at a size that every face has, since only the outlines count.

@@ -64,8 +64,8 @@ TEST(EmbeddedImages, theTableHasBothAndAnEnd) {
     EXPECT_EQ(table[2].pixels, nullptr);
     for (const EmbeddedImage* image = table; image->pixels; ++image) {
         EXPECT_EQ(image->depth, 32);
-        EXPECT_EQ(image->colours, 0);
-        EXPECT_EQ(image->colour_table, nullptr);
+        EXPECT_EQ(image->colors, 0);
+        EXPECT_EQ(image->color_table, nullptr);
         EXPECT_FALSE(image->has_alpha);
     }
 }
@@ -107,20 +107,20 @@ TEST(EmbeddedImages, pixelsAreLittleEndianWordsOnEveryMachine) {
     EXPECT_EQ(decode_image(with_alpha).pixel(0, 0), qRgba(0x11, 0x22, 0x33, 0x80));
 }
 
-TEST(EmbeddedImages, mayHaveAColourTable) {
-    const QRgb colours[] = {qRgb(1, 2, 3), qRgb(4, 5, 6)};
+TEST(EmbeddedImages, mayHaveAColorTable) {
+    const QRgb colors[] = {qRgb(1, 2, 3), qRgb(4, 5, 6)};
     MadeUp bytes(QSize(3, 2), 8, QByteArray::fromHex("0001000001010000"));
     MadeUp bits(QSize(3, 2), 1, QByteArray::fromHex("40000000C0000000"));
     for (MadeUp* image : {&bytes, &bits}) {
-        image->record.colours = 2;
-        image->record.colour_table = colours;
+        image->record.colors = 2;
+        image->record.color_table = colors;
         const QImage decoded = decode_image(image->record);
         ASSERT_EQ(decoded.size(), QSize(3, 2)) << image->record.depth;
-        EXPECT_EQ(decoded.pixel(0, 0), colours[0]);
-        EXPECT_EQ(decoded.pixel(1, 0), colours[1]);
-        EXPECT_EQ(decoded.pixel(2, 0), colours[0]);
-        EXPECT_EQ(decoded.pixel(0, 1), colours[1]);
-        EXPECT_EQ(decoded.pixel(1, 1), colours[1]);
+        EXPECT_EQ(decoded.pixel(0, 0), colors[0]);
+        EXPECT_EQ(decoded.pixel(1, 0), colors[1]);
+        EXPECT_EQ(decoded.pixel(2, 0), colors[0]);
+        EXPECT_EQ(decoded.pixel(0, 1), colors[1]);
+        EXPECT_EQ(decoded.pixel(1, 1), colors[1]);
     }
 }
 

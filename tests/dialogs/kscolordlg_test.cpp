@@ -28,8 +28,8 @@ QString text(const char* latin1) {
     return QString::fromLatin1(latin1);
 }
 
-/// The colour of every pixel of a swatch; invalid when they differ.
-QColor swatch_colour(const QLabel* swatch) {
+/// The color of every pixel of a swatch; invalid when they differ.
+QColor swatch_color(const QLabel* swatch) {
     const QImage image = swatch->pixmap(Qt::ReturnByValue).toImage();
     if (image.isNull())
         return {};
@@ -52,13 +52,13 @@ std::vector<std::string> saved() {
     return entries;
 }
 
-/// A user who picks @p colour in the picker.
-DialogAnswers::Answer pick(const QColor& colour, const QColor& initial) {
-    return [colour, initial](QDialog& shown) {
+/// A user who picks @p color in the picker.
+DialogAnswers::Answer pick(const QColor& color, const QColor& initial) {
+    return [color, initial](QDialog& shown) {
         auto& picker = dynamic_cast<QColorDialog&>(shown);
         EXPECT_EQ(picker.currentColor(), initial);
         EXPECT_NE(dynamic_cast<KSColorDlg*>(picker.parentWidget()), nullptr);
-        picker.setCurrentColor(colour);
+        picker.setCurrentColor(color);
         QTest::keyClick(&picker, Qt::Key_Return);
     };
 }
@@ -67,14 +67,14 @@ void cancel(QDialog& shown) {
     QTest::keyClick(&shown, Qt::Key_Escape);
 }
 
-class ColourDialog : public testing::Test {
+class ColorDialog : public testing::Test {
 protected:
-    ColourDialog() {
+    ColorDialog() {
         testhost::reset();
         testhost::set("KRV_COLOR_DBG", "1,2,3");
         testhost::set("KRV_COLOR_SBG", "250,240,200");
     }
-    ~ColourDialog() override { testhost::reset(); }
+    ~ColorDialog() override { testhost::reset(); }
 
     static void click(QPushButton* button) { QTest::mouseClick(button, Qt::LeftButton); }
 
@@ -85,7 +85,7 @@ protected:
 
 } // namespace
 
-TEST_F(ColourDialog, hasItsTextsAndNames) {
+TEST_F(ColorDialog, hasItsTextsAndNames) {
     const kscolorDlgBase dialog;
     EXPECT_EQ(dialog.objectName(), text("kscolorDlgBase"));
     EXPECT_EQ(kscolorDlgBase(nullptr, "mine").objectName(), text("mine"));
@@ -103,7 +103,7 @@ TEST_F(ColourDialog, hasItsTextsAndNames) {
         EXPECT_NE(dialog.findChild<QWidget*>(text(name)), nullptr) << name;
 }
 
-TEST_F(ColourDialog, aScreenReaderTellsItsTwoPickersApart) {
+TEST_F(ColorDialog, aScreenReaderTellsItsTwoPickersApart) {
     kscolorDlgBase dialog;
     const auto name = [](QWidget* button) {
         return QAccessible::queryAccessibleInterface(button)->text(QAccessible::Name);
@@ -116,7 +116,7 @@ TEST_F(ColourDialog, aScreenReaderTellsItsTwoPickersApart) {
     EXPECT_EQ(name(dialog.btnBGColorBrw), dialog.lbBGColor->text());
 }
 
-TEST_F(ColourDialog, isLaidOutInAColumnOfTwoRows) {
+TEST_F(ColorDialog, isLaidOutInAColumnOfTwoRows) {
     const kscolorDlgBase dialog;
     EXPECT_EQ(dialog.size(), QSize(368, 108));
     EXPECT_EQ(dialog.layout()->objectName(), text("kscolorDlgBaseLayout"));
@@ -132,7 +132,7 @@ TEST_F(ColourDialog, isLaidOutInAColumnOfTwoRows) {
     }
 }
 
-TEST_F(ColourDialog, itsSlotsStandInOrder) {
+TEST_F(ColorDialog, itsSlotsStandInOrder) {
     const QMetaObject& meta = KSColorDlg::staticMetaObject;
     QStringList names;
     for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
@@ -142,17 +142,17 @@ TEST_F(ColourDialog, itsSlotsStandInOrder) {
         text("btnOK_clicked btnCancel_clicked btnTextColorBrw_clicked btnBGColorBrw_clicked"));
 }
 
-TEST_F(ColourDialog, readsBothColoursBackgroundFirst) {
+TEST_F(ColorDialog, readsBothColorsBackgroundFirst) {
     const KSColorDlg dialog;
     EXPECT_EQ(dialog.text_color, text_);
     EXPECT_EQ(dialog.background_color, background_);
     EXPECT_EQ(testhost::calls(),
               QStringList({text("GetRGB(KRV_COLOR_SBG)"), text("GetRGB(KRV_COLOR_DBG)")}));
-    EXPECT_EQ(swatch_colour(dialog.imgTextColor), text_);
-    EXPECT_EQ(swatch_colour(dialog.imgBGColor), background_);
+    EXPECT_EQ(swatch_color(dialog.imgTextColor), text_);
+    EXPECT_EQ(swatch_color(dialog.imgBGColor), background_);
 }
 
-TEST_F(ColourDialog, takesTheNearestColourOfOneOutOfRange) {
+TEST_F(ColorDialog, takesTheNearestColorOfOneOutOfRange) {
     testhost::set("KRV_COLOR_DBG", "-5,256,70000");
     KSColorDlg dialog;
     EXPECT_EQ(dialog.text_color, QColor(0, 255, 255));
@@ -161,7 +161,7 @@ TEST_F(ColourDialog, takesTheNearestColourOfOneOutOfRange) {
                 testing::Contains("SetEnv(KRV_COLOR_DBG=0,255,255, dlwmenu.ini, color, 1)"));
 }
 
-TEST_F(ColourDialog, okWritesBothAsTheyWereRead) {
+TEST_F(ColorDialog, okWritesBothAsTheyWereRead) {
     KSColorDlg dialog;
     click(dialog.btnOK);
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
@@ -169,33 +169,33 @@ TEST_F(ColourDialog, okWritesBothAsTheyWereRead) {
                                      "SetEnv(KRV_COLOR_DBG=1,2,3, dlwmenu.ini, color, 1)"));
 }
 
-TEST_F(ColourDialog, blackIsWrittenAsThreeZeros) {
+TEST_F(ColorDialog, blackIsWrittenAsThreeZeros) {
     testhost::set("KRV_COLOR_SBG", "0,0,0");
     KSColorDlg dialog;
     click(dialog.btnOK);
     EXPECT_EQ(saved().front(), "SetEnv(KRV_COLOR_SBG=0,0,0, dlwmenu.ini, color, 1)");
 }
 
-TEST_F(ColourDialog, aPickedColourIsShownAndWritten) {
+TEST_F(ColorDialog, aPickedColorIsShownAndWritten) {
     KSColorDlg dialog;
     dialog.show();
     {
         const DialogAnswers answers{pick(green_, text_)};
         click(dialog.btnTextColorBrw);
     }
-    EXPECT_EQ(swatch_colour(dialog.imgTextColor), green_);
-    EXPECT_EQ(swatch_colour(dialog.imgBGColor), background_);
+    EXPECT_EQ(swatch_color(dialog.imgTextColor), green_);
+    EXPECT_EQ(swatch_color(dialog.imgBGColor), background_);
     {
         const DialogAnswers answers{pick(Qt::black, background_)};
         click(dialog.btnBGColorBrw);
     }
-    EXPECT_EQ(swatch_colour(dialog.imgBGColor), QColor(Qt::black));
+    EXPECT_EQ(swatch_color(dialog.imgBGColor), QColor(Qt::black));
     click(dialog.btnOK);
     EXPECT_THAT(saved(), ElementsAre("SetEnv(KRV_COLOR_SBG=0,0,0, dlwmenu.ini, color, 1)",
                                      "SetEnv(KRV_COLOR_DBG=0,255,0, dlwmenu.ini, color, 1)"));
 }
 
-TEST_F(ColourDialog, aCancelledPickerChangesNothing) {
+TEST_F(ColorDialog, aCanceledPickerChangesNothing) {
     KSColorDlg dialog;
     dialog.show();
     const DialogAnswers answers{cancel, cancel};
@@ -203,11 +203,11 @@ TEST_F(ColourDialog, aCancelledPickerChangesNothing) {
     click(dialog.btnBGColorBrw);
     EXPECT_EQ(dialog.text_color, text_);
     EXPECT_EQ(dialog.background_color, background_);
-    EXPECT_EQ(swatch_colour(dialog.imgTextColor), text_);
-    EXPECT_EQ(swatch_colour(dialog.imgBGColor), background_);
+    EXPECT_EQ(swatch_color(dialog.imgTextColor), text_);
+    EXPECT_EQ(swatch_color(dialog.imgBGColor), background_);
 }
 
-TEST_F(ColourDialog, mayBeClosedWithItsWindowWhileAPickerIsOpen) {
+TEST_F(ColorDialog, mayBeClosedWithItsWindowWhileAPickerIsOpen) {
     for (const auto button : {&kscolorDlgBase::btnTextColorBrw, &kscolorDlgBase::btnBGColorBrw}) {
         auto window = std::make_unique<QWidget>();
         window->show();
@@ -222,7 +222,7 @@ TEST_F(ColourDialog, mayBeClosedWithItsWindowWhileAPickerIsOpen) {
     }
 }
 
-TEST_F(ColourDialog, cancelWritesNothing) {
+TEST_F(ColorDialog, cancelWritesNothing) {
     KSColorDlg dialog;
     dialog.show();
     const DialogAnswers answers{pick(green_, text_)};
@@ -232,7 +232,7 @@ TEST_F(ColourDialog, cancelWritesNothing) {
     EXPECT_THAT(saved(), IsEmpty());
 }
 
-TEST_F(ColourDialog, theSwatchesFillTheirLabelsOnceShown) {
+TEST_F(ColorDialog, theSwatchesFillTheirLabelsOnceShown) {
     KSColorDlg dialog;
     dialog.show();
     QCoreApplication::processEvents();
@@ -249,7 +249,7 @@ TEST_F(ColourDialog, theSwatchesFillTheirLabelsOnceShown) {
               text_);
 }
 
-TEST_F(ColourDialog, isAsSmallAsItsLayoutAllowsAndStaysSo) {
+TEST_F(ColorDialog, isAsSmallAsItsLayoutAllowsAndStaysSo) {
     KSColorDlg dialog;
     EXPECT_EQ(dialog.maximumSize(), QSize(10, 10));
     dialog.show();
@@ -259,7 +259,7 @@ TEST_F(ColourDialog, isAsSmallAsItsLayoutAllowsAndStaysSo) {
     EXPECT_EQ(dialog.size(), smallest);
 }
 
-TEST_F(ColourDialog, takesTheLanguageThatTheProgramChangesTo) {
+TEST_F(ColorDialog, takesTheLanguageThatTheProgramChangesTo) {
     kscolorDlgBase dialog;
     {
         const LongLanguage language;
@@ -271,7 +271,7 @@ TEST_F(ColourDialog, takesTheLanguageThatTheProgramChangesTo) {
     EXPECT_EQ(dialog.lbTextColor->text(), text("Text Color"));
 }
 
-TEST_F(ColourDialog, growsWithTheLanguageAlone) {
+TEST_F(ColorDialog, growsWithTheLanguageAlone) {
     KSColorDlg dialog;
     dialog.show();
     const int width = dialog.width();
@@ -281,7 +281,7 @@ TEST_F(ColourDialog, growsWithTheLanguageAlone) {
     EXPECT_GE(dialog.lbBGColor->width(), dialog.lbBGColor->sizeHint().width());
 }
 
-TEST_F(ColourDialog, enterMeansOkAndTabGoesThroughTheButtons) {
+TEST_F(ColorDialog, enterMeansOkAndTabGoesThroughTheButtons) {
     KSColorDlg dialog;
     QStringList names;
     const QWidget* widget = dialog.btnTextColorBrw;
@@ -296,7 +296,7 @@ TEST_F(ColourDialog, enterMeansOkAndTabGoesThroughTheButtons) {
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
 }
 
-TEST_F(ColourDialog, isOpenedByTheManager) {
+TEST_F(ColorDialog, isOpenedByTheManager) {
     CPrintMan manager;
     const DialogAnswers answers{[](QDialog& shown) {
                                     EXPECT_NE(dynamic_cast<KSColorDlg*>(&shown), nullptr);

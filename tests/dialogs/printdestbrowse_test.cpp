@@ -117,7 +117,7 @@ TEST_F(PrintDestBrowse, aChosenFontIsShownAndKept) {
     EXPECT_EQ(dialog.screen_font.pointSize(), 17);
 }
 
-TEST_F(PrintDestBrowse, aCancelledFontDialogLeavesTheFieldAndTakesTheDefaultFont) {
+TEST_F(PrintDestBrowse, aCanceledFontDialogLeavesTheFieldAndTakesTheDefaultFont) {
     testhost::set("SCR_FACENAME", "Liberation Mono");
     testhost::set("SCR_POINTSIZE", "17");
     PrintDestDlg dialog;

@@ -232,7 +232,7 @@ TEST_F(PrintDestDialog, aRecordWithoutPageFormattingIsShownSoWhateverTheSettingS
     EXPECT_TRUE(dialog.chkNoPageFmt->isChecked());
 }
 
-TEST_F(PrintDestDialog, pageFormattingIsSetAtOnceAndStaysWhenCancelled) {
+TEST_F(PrintDestDialog, pageFormattingIsSetAtOnceAndStaysWhenCanceled) {
     PrintDestDlg dialog;
     open(dialog, record(1, true));
     click(dialog.opToPrinter);

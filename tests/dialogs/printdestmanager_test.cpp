@@ -113,7 +113,7 @@ TEST_F(PrintDestManager, toTheScreenTheDialogsFontBecomesThePages) {
     EXPECT_EQ(font_on_screen().pointSize(), 14);
 }
 
-TEST_F(PrintDestManager, aCancelledFontDialogMakesThePagesFontTheDefaultOne) {
+TEST_F(PrintDestManager, aCanceledFontDialogMakesThePagesFontTheDefaultOne) {
     testhost::set("SCR_FACENAME", "Liberation Serif");
     testhost::set("SCR_POINTSIZE", "14");
     manager_.load_screenfont();

@@ -119,7 +119,7 @@ TEST_F(PrintDestPrinter, eachKindKeepsThePrinterPickedForIt) {
     EXPECT_EQ(dialog.txtPrintID->text(), text("LOCAL2"));
 }
 
-TEST_F(PrintDestPrinter, aCancelledPickChangesNothing) {
+TEST_F(PrintDestPrinter, aCanceledPickChangesNothing) {
     add_unix_printer();
     for (const bool on_server : {true, false}) {
         PrintDestDlg dialog;

@@ -63,14 +63,14 @@ TEST(ReportFont, takesAFamilyThatFillsItsField) {
 }
 
 TEST(FieldText, isUtf8OrElseLatin1AndIsCutBetweenCharacters) {
-    EXPECT_EQ(text_of("\xc3\xa4"), QStringLiteral("\u00e4"));
-    EXPECT_EQ(text_of("\xe4"), QStringLiteral("\u00e4"));
-    EXPECT_EQ(field_text_of(nullptr, 80), QString());
-    EXPECT_EQ(field_text_of("abc", 3), QStringLiteral("ab"));
-    EXPECT_EQ(field_text_of("abc", 4), QStringLiteral("abc"));
-    EXPECT_EQ(field_text_of("a\xe2\x82\xac", 4), QStringLiteral("a"));
-    EXPECT_EQ(field_text_of("a\xe2\x82\xac", 5), QStringLiteral("a\u20ac"));
-    EXPECT_EQ(field_text_of("\xe4\xe4\xe4", 3), QStringLiteral("\u00e4\u00e4"));
+    EXPECT_EQ(utf8_or_latin1("\xc3\xa4"), QStringLiteral("\u00e4"));
+    EXPECT_EQ(utf8_or_latin1("\xe4"), QStringLiteral("\u00e4"));
+    EXPECT_EQ(utf8_or_latin1_field(nullptr, 80), QString());
+    EXPECT_EQ(utf8_or_latin1_field("abc", 3), QStringLiteral("ab"));
+    EXPECT_EQ(utf8_or_latin1_field("abc", 4), QStringLiteral("abc"));
+    EXPECT_EQ(utf8_or_latin1_field("a\xe2\x82\xac", 4), QStringLiteral("a"));
+    EXPECT_EQ(utf8_or_latin1_field("a\xe2\x82\xac", 5), QStringLiteral("a\u20ac"));
+    EXPECT_EQ(utf8_or_latin1_field("\xe4\xe4\xe4", 3), QStringLiteral("\u00e4\u00e4"));
 }
 
 TEST(IsGeneric, findsTheWordInAnyCase) {

@@ -87,7 +87,7 @@ TEST_F(PsPrinterPdf, aStrokeLeavesNoPathBehind) {
     EXPECT_EQ(pixel(2200, 600), QColor(Qt::red));
 }
 
-TEST_F(PsPrinterPdf, textTakesThePensColourAndIsTurned) {
+TEST_F(PsPrinterPdf, textTakesThePensColorAndIsTurned) {
     print([](QPainter& p) {
         p.setFont(QFont(QStringLiteral("Liberation Mono"), 48));
         p.setPen(Qt::red);
@@ -162,7 +162,7 @@ TEST_F(PsPrinterPdf, pagesStandOnTheirOwn) {
         printer_.newPage();
         p.drawText(100, 300, QStringLiteral("second"));
     });
-    // Without the first page the second must still know its font and colour.
+    // Without the first page the second must still know its font and color.
     QByteArray job = read_file(ps_);
     const qsizetype first = job.indexOf("%%Page: 1 1");
     job.remove(first, job.indexOf("%%Page: 2 2") - first);

@@ -85,19 +85,19 @@ TEST_F(ScreenSettings, numbersThatAreNoneOrAbsurdDoNoHarm) {
     }
 }
 
-TEST_F(ScreenSettings, coloursAreThoseOfTheSettings) {
+TEST_F(ScreenSettings, colorsAreThoseOfTheSettings) {
     testhost::set("KRV_COLOR_SBG", "1,2,3");
     testhost::set("KRV_COLOR_DBG", "40,50,60");
-    const ScreenColours colours = read_screen_colours();
-    EXPECT_EQ(colours.page, QColor(1, 2, 3));
-    EXPECT_EQ(colours.text, QColor(40, 50, 60));
+    const ScreenColors colors = read_screen_colors();
+    EXPECT_EQ(colors.page, QColor(1, 2, 3));
+    EXPECT_EQ(colors.text, QColor(40, 50, 60));
     EXPECT_EQ(testhost::calls(), (QStringList{QStringLiteral("GetRGB(KRV_COLOR_SBG)"),
                                               QStringLiteral("GetRGB(KRV_COLOR_DBG)")}));
 }
 
-TEST_F(ScreenSettings, coloursOutOfRangeAreCut) {
+TEST_F(ScreenSettings, colorsOutOfRangeAreCut) {
     testhost::set("KRV_COLOR_SBG", "-1,256,99999");
-    EXPECT_EQ(read_screen_colours().page, QColor(0, 255, 255));
+    EXPECT_EQ(read_screen_colors().page, QColor(0, 255, 255));
 }
 
 TEST_F(ScreenSettings, changeInAFontWhatTheySay) {

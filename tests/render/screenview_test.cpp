@@ -281,7 +281,7 @@ TEST_F(ScreenView, aReportThatWasCutOffShowsWhatIsLeft) {
     EXPECT_EQ(manager_.show_rpt_page(1), 1);
 }
 
-TEST_F(ScreenView, coloursCountFromTheNextPageShown) {
+TEST_F(ScreenView, colorsCountFromTheNextPageShown) {
     show(three_pages);
     testhost::set("KRV_COLOR_SBG", "0,0,255");
     const QImage before = image();
@@ -415,7 +415,7 @@ TEST_F(ScreenView, aScreenWithoutAManagerIsBlank) {
     EXPECT_EQ(screen.grab().toImage().pixel(10, 10), screen.palette().window().color().rgb());
 }
 
-TEST_F(ScreenView, theColoursAreReadForEveryPageThatIsShown) {
+TEST_F(ScreenView, theColorsAreReadForEveryPageThatIsShown) {
     show(three_pages);
     testhost::set("KRV_COLOR_SBG", "0,0,255");
     manager_.goto_rpt_page(2);

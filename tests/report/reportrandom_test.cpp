@@ -1,6 +1,7 @@
 #include "tests/support/scratch.h"
 
 #include <printman/report/marker.h>
+#include <printman/report/pagefinder.h>
 #include <printman/report/pagerows.h>
 #include <printman/report/reportbuffer.h>
 

@@ -155,7 +155,7 @@ TEST_F(Highlighting, previewThatWasOnlySetLeavesTheImageItsMargins) {
     EXPECT_EQ(manager_.hilights().size(), 6U);
 }
 
-TEST_F(Highlighting, restoringUsesTheColoursThatThePageWasPaintedIn) {
+TEST_F(Highlighting, restoringUsesTheColorsThatThePageWasPaintedIn) {
     show(report);
     const QImage before = image();
     drag(at(0, 0), at(27, 1));

@@ -49,13 +49,13 @@ protected:
         QTest::mouseRelease(screen(), Qt::LeftButton, {}, to);
     }
 
-    /// Which share of a rectangle of page units is of a colour, in percent.
-    int share(const QRect& place, QRgb colour) const {
+    /// Which share of a rectangle of page units is of a color, in percent.
+    int share(const QRect& place, QRgb color) const {
         const QImage picture = image();
         int count = 0;
         for (int y = place.top(); y <= place.bottom(); ++y) {
             for (int x = place.left(); x <= place.right(); ++x)
-                count += picture.pixel(x + 20, y + 20) == colour;
+                count += picture.pixel(x + 20, y + 20) == color;
         }
         return 100 * count / std::max(1, place.width() * place.height());
     }

@@ -100,7 +100,7 @@ TEST_F(Highlighting, gapsAreLeftOutOnDemand) {
     EXPECT_TRUE(is_inverse(drawn(0, 1)));
 }
 
-TEST_F(Highlighting, highlightsAreBlackAndWhiteWhateverTheColours) {
+TEST_F(Highlighting, highlightsAreBlackAndWhiteWhateverTheColors) {
     show(report);
     drag(at(0, 0), at(27, 0));
     const QRect place = drawn(0, 0);

@@ -16,7 +16,7 @@
 #include <gtest/gtest.h>
 
 /// A report on a screen of its own: red text on a yellow page, so that every part of the picture
-/// can be told by its colour.
+/// can be told by its color.
 class ReportOnScreen : public testing::Test {
 protected:
     ReportOnScreen() {

@@ -11,13 +11,13 @@ QString text(const char* latin1) {
     return QString::fromLatin1(latin1);
 }
 
-QImage picture(QRgb colour, int width = 3) {
+QImage picture(QRgb color, int width = 3) {
     QImage image(width, 2, QImage::Format_RGB32);
-    image.fill(colour);
+    image.fill(color);
     return image;
 }
 
-QColor colour_of(QMimeSourceFactory& factory, const char* name) {
+QColor color_of(QMimeSourceFactory& factory, const char* name) {
     const QPixmap pixmap = factory.pixmap(text(name));
     return pixmap.isNull() ? QColor() : pixmap.toImage().pixelColor(0, 0);
 }
@@ -51,7 +51,7 @@ TEST(MimeSourceFactory, keepsImagesByName) {
     EXPECT_EQ(qvariant_cast<QImage>(red->imageData()), picture(qRgb(255, 0, 0)));
     EXPECT_EQ(factory.data(text("red")), red);
     EXPECT_EQ(factory.pixmap(text("red")).size(), QSize(3, 2));
-    EXPECT_EQ(colour_of(factory, "Red"), QColor(200, 0, 0));
+    EXPECT_EQ(color_of(factory, "Red"), QColor(200, 0, 0));
 }
 
 TEST(MimeSourceFactory, anUnknownNameHasNothing) {
@@ -75,7 +75,7 @@ TEST(MimeSourceFactory, anImageReplacesTheEarlierOneAndANullImageRemovesIt) {
     QMimeSourceFactory factory;
     factory.setImage(text("mark"), picture(qRgb(255, 0, 0)));
     factory.setImage(text("mark"), picture(qRgb(0, 255, 0)));
-    EXPECT_EQ(colour_of(factory, "mark"), QColor(0, 255, 0));
+    EXPECT_EQ(color_of(factory, "mark"), QColor(0, 255, 0));
     factory.setImage(text("mark"), QImage());
     EXPECT_EQ(factory.data(text("mark")), nullptr);
     EXPECT_TRUE(factory.pixmap(text("mark")).isNull());
@@ -92,10 +92,10 @@ TEST(MimeSourceFactory, theDefaultOneAsksThoseThatWereAddedInTheirOrder) {
     EXPECT_EQ(the_default().data(text("both")), nullptr);
     QMimeSourceFactory::addFactory(&first);
     QMimeSourceFactory::addFactory(&second);
-    EXPECT_EQ(colour_of(the_default(), "both"), QColor(1, 1, 1));
-    EXPECT_EQ(colour_of(the_default(), "second"), QColor(3, 3, 3));
+    EXPECT_EQ(color_of(the_default(), "both"), QColor(1, 1, 1));
+    EXPECT_EQ(color_of(the_default(), "second"), QColor(3, 3, 3));
     QMimeSourceFactory::removeFactory(&first);
-    EXPECT_EQ(colour_of(the_default(), "both"), QColor(2, 2, 2));
+    EXPECT_EQ(color_of(the_default(), "both"), QColor(2, 2, 2));
     QMimeSourceFactory::removeFactory(&second);
     EXPECT_EQ(the_default().data(text("both")), nullptr);
     EXPECT_NE(first.data(text("both")), nullptr);
@@ -106,10 +106,10 @@ TEST(MimeSourceFactory, whatTheDefaultOneHasItselfComesFirst) {
     QMimeSourceFactory::addFactory(&added);
     added.setImage(text("mine"), picture(qRgb(1, 1, 1)));
     the_default().setImage(text("mine"), picture(qRgb(9, 9, 9)));
-    EXPECT_EQ(colour_of(the_default(), "mine"), QColor(9, 9, 9));
+    EXPECT_EQ(color_of(the_default(), "mine"), QColor(9, 9, 9));
     EXPECT_TRUE(added.names.isEmpty());
     the_default().setImage(text("mine"), QImage());
-    EXPECT_EQ(colour_of(the_default(), "mine"), QColor(1, 1, 1));
+    EXPECT_EQ(color_of(the_default(), "mine"), QColor(1, 1, 1));
 }
 
 TEST(MimeSourceFactory, onlyTheDefaultOneAsksOthers) {
@@ -161,6 +161,6 @@ TEST(MimeSourceFactory, oneThatIsAskedMayRemoveAndDestroyOthers) {
     for (QMimeSourceFactory* factory : {static_cast<QMimeSourceFactory*>(&first),
                                         static_cast<QMimeSourceFactory*>(second.get()), &third})
         QMimeSourceFactory::addFactory(factory);
-    EXPECT_EQ(colour_of(the_default(), "third"), QColor(3, 3, 3));
+    EXPECT_EQ(color_of(the_default(), "third"), QColor(3, 3, 3));
     EXPECT_EQ(second, nullptr);
 }

@@ -17,7 +17,7 @@
 using testsupport::DialogAnswers;
 namespace input = testsupport::input;
 
-TEST(ColourDialogOnScreen, opensAtItsSmallestSizeAndCannotGrow) {
+TEST(ColorDialogOnScreen, opensAtItsSmallestSizeAndCannotGrow) {
     testhost::reset();
     testhost::set("KRV_COLOR_DBG", "200,0,0");
     KSColorDlg dialog;
@@ -37,7 +37,7 @@ TEST(ColourDialogOnScreen, opensAtItsSmallestSizeAndCannotGrow) {
     EXPECT_EQ(dialog.size(), smallest);
 }
 
-TEST(ColourDialogOnScreen, isLedWithTheMouseAndTheKeyboard) {
+TEST(ColorDialogOnScreen, isLedWithTheMouseAndTheKeyboard) {
     testhost::reset();
     KSColorDlg dialog;
     const DialogAnswers answers{[&dialog](QDialog& shown) {

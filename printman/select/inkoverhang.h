@@ -12,7 +12,7 @@ namespace printman {
 /// Whether text may leave ink outside its place, above or below its line or at its ends: accents of
 /// capitals do in many fonts, and on a scaled or dense image whatever comes within a pixel or so of
 /// the line's edge.
-class InkReach {
+class InkOverhang {
 public:
     /// Measures the painter's font, unless it is that of the last call. Cost: 256 characters.
     void measure(const QPainter& p);

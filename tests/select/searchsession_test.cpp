@@ -1,7 +1,7 @@
 #include "tests/support/dialogs.h"
 
 #include <printman/select/finddlg.h>
-#include <printman/select/searchcycle.h>
+#include <printman/select/searchsession.h>
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -101,29 +101,29 @@ protected:
     /// One Ctrl+F that succeeds.
     void search(const Act& act) {
         const DialogAnswers answers{dialog(act)};
-        cycle_.run(target_);
+        session_.run(target_);
     }
 
     /// One Ctrl+F that ends with the message.
     void search_in_vain(const Act& act, const char* text) {
         const DialogAnswers answers{dialog(act), error(text)};
-        cycle_.run(target_);
+        session_.run(target_);
     }
 
     void expect_no_search() {
-        EXPECT_TRUE(cycle_.text().isEmpty());
-        EXPECT_EQ(cycle_.options(), SearchOptions());
+        EXPECT_TRUE(session_.text().isEmpty());
+        EXPECT_EQ(session_.options(), SearchOptions());
     }
 
     std::vector<std::string> history() const {
         std::vector<std::string> texts;
-        for (const QString& text : cycle_.history())
+        for (const QString& text : session_.history())
             texts.push_back(text.toStdString());
         return texts;
     }
 
     FakeTarget target_;
-    SearchCycle cycle_;
+    SearchSession session_;
 };
 
 } // namespace
@@ -148,8 +148,8 @@ TEST_F(SearchCycling, findNextShowsTheFirstMatchAndRemembersTheSettings) {
         find_next("abc")(shown);
     });
     EXPECT_THAT(target_.take_calls(), ElementsAre("find abc backward whole", "first"));
-    EXPECT_EQ(cycle_.text(), QStringLiteral("abc"));
-    EXPECT_EQ(cycle_.options(), (SearchOptions{false, false, true}));
+    EXPECT_EQ(session_.text(), QStringLiteral("abc"));
+    EXPECT_EQ(session_.options(), (SearchOptions{false, false, true}));
     EXPECT_THAT(history(), ElementsAre("abc"));
     search([](findDlg& shown) {
         EXPECT_EQ(shown.cbFind->currentText(), QStringLiteral("abc"));
@@ -201,7 +201,7 @@ TEST_F(SearchCycling, findNextWithTheSameSettingsStepsOn) {
     target_.take_calls();
     search(accept_as_it_is);
     EXPECT_THAT(target_.take_calls(), ElementsAre("next"));
-    EXPECT_EQ(cycle_.text(), QStringLiteral("abc"));
+    EXPECT_EQ(session_.text(), QStringLiteral("abc"));
     EXPECT_THAT(history(), ElementsAre("abc"));
 }
 
@@ -257,7 +257,7 @@ TEST_F(SearchCycling, cancelEscapeAndCloseEndTheSearch) {
     }
 }
 
-TEST_F(SearchCycling, aSearchWithoutATextIsCancelled) {
+TEST_F(SearchCycling, aSearchWithoutATextIsCanceled) {
     search(find_next("abc"));
     target_.take_calls();
     // The dialog does not let it through; another way to close it might.
@@ -291,28 +291,28 @@ TEST_F(SearchCycling, aWindowThatIsClosedWhileTheDialogIsOpenEndsIt) {
     EXPECT_THAT(target_.take_calls(), IsEmpty());
 }
 
-TEST(SearchCycle, mayGoWhileItsDialogIsOpen) {
+TEST(SearchSession, mayGoWhileItsDialogIsOpen) {
     FakeTarget target;
-    auto cycle = std::make_unique<SearchCycle>();
-    const DialogAnswers answers{[&cycle](QDialog& shown) {
-        cycle.reset();
+    auto session = std::make_unique<SearchSession>();
+    const DialogAnswers answers{[&session](QDialog& shown) {
+        session.reset();
         type(dynamic_cast<findDlg&>(shown), "x");
         press(dynamic_cast<findDlg&>(shown).btnFindNext);
     }};
-    cycle->run(target);
+    session->run(target);
     EXPECT_THAT(target.calls, IsEmpty());
 }
 
-TEST(SearchCycle, mayGoWhileItsMessageIsShown) {
+TEST(SearchSession, mayGoWhileItsMessageIsShown) {
     FakeTarget target;
     target.matches = 0;
-    auto cycle = std::make_unique<SearchCycle>();
+    auto session = std::make_unique<SearchSession>();
     const DialogAnswers answers{
         [](QDialog& shown) { find_next("x")(dynamic_cast<findDlg&>(shown)); },
         [&](QDialog& /*box*/) {
-            cycle.reset();
+            session.reset();
             target.parent.reset();
         }};
-    cycle->run(target);
-    EXPECT_EQ(cycle, nullptr);
+    session->run(target);
+    EXPECT_EQ(session, nullptr);
 }

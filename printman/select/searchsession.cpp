@@ -1,11 +1,12 @@
 #include <printman/select/finddlg.h>
-#include <printman/select/searchcycle.h>
+#include <printman/select/searchsession.h>
+#include <printman/toolkit/modaldialog.h>
 
 #include <QPointer>
 
 namespace printman {
 
-void SearchCycle::run(SearchTarget& target) {
+void SearchSession::run(SearchTarget& target) {
     const QPointer<QWidget> parent = target.search_parent();
     const bool has_parent = !parent.isNull();
     const std::weak_ptr<const bool> alive = alive_;
@@ -22,10 +23,9 @@ void SearchCycle::run(SearchTarget& target) {
         search_error(parent, request->text);
 }
 
-std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
+std::optional<SearchSession::Request> SearchSession::ask(QWidget* parent) const {
     const bool continues = !text_.isEmpty();
-    // The window may be closed meanwhile, and takes the dialog with it.
-    const QPointer<findDlg> dialog = new findDlg(parent);
+    const ModalDialog<findDlg> dialog(parent);
     dialog->set_search_history(history_);
     if (continues) {
         dialog->set_search_text(text_);
@@ -36,20 +36,19 @@ std::optional<SearchCycle::Request> SearchCycle::ask(QWidget* parent) const {
     const int result = dialog->exec();
     if (!dialog)
         return std::nullopt;
+    const bool is_search =
+        result == findDlg::find_next_result || result == findDlg::mark_all_result;
     Request request{.mark_all = result == findDlg::mark_all_result,
                     .text = dialog->search_text,
                     .options = {.forward = dialog->get_direction() != findDlg::backward,
                                 .case_sensitive = dialog->is_case_sensitive(),
                                 .whole_word = dialog->is_whole_word()}};
-    delete dialog;
-    const bool is_search =
-        result == findDlg::find_next_result || result == findDlg::mark_all_result;
     if (!is_search || request.text.isEmpty())
         return std::nullopt;
     return request;
 }
 
-bool SearchCycle::mark_all(SearchTarget& target, const Request& request) {
+bool SearchSession::mark_all(SearchTarget& target, const Request& request) {
     const bool found = target.find_matches(request.text, request.options);
     reset();
     if (!found)
@@ -59,7 +58,7 @@ bool SearchCycle::mark_all(SearchTarget& target, const Request& request) {
     return true;
 }
 
-bool SearchCycle::find_next(SearchTarget& target, const Request& request) {
+bool SearchSession::find_next(SearchTarget& target, const Request& request) {
     const bool continues = !text_.isEmpty() && text_ == request.text && options_ == request.options;
     bool found = false;
     if (continues) {
@@ -78,12 +77,12 @@ bool SearchCycle::find_next(SearchTarget& target, const Request& request) {
     return true;
 }
 
-void SearchCycle::remember(const QString& text) {
+void SearchSession::remember(const QString& text) {
     if (!is_in_history(history_, text))
         history_ << text;
 }
 
-void SearchCycle::reset() {
+void SearchSession::reset() {
     text_.clear();
     options_ = SearchOptions();
 }

@@ -1,4 +1,4 @@
-#include <printman/select/inkreach.h>
+#include <printman/select/inkoverhang.h>
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -8,7 +8,7 @@
 
 namespace printman {
 
-void InkReach::measure(const QPainter& p) {
+void InkOverhang::measure(const QPainter& p) {
     const double scale = std::abs(p.deviceTransform().m22());
     // A glyph that is drawn scaled is hinted otherwise than the one that is measured.
     const double slack = 1 + (scale > 0 ? 1 / scale : 1);
@@ -26,7 +26,7 @@ void InkReach::measure(const QPainter& p) {
     }
 }
 
-bool InkReach::any(const Table& table, const QString& text) {
+bool InkOverhang::any(const Table& table, const QString& text) {
     return std::any_of(text.begin(), text.end(), [&table](QChar c) {
         return c.unicode() >= table.size() || table[c.unicode()];
     });

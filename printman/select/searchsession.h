@@ -40,7 +40,7 @@ protected:
 
 /// The search that the user leads with the find dialog: what was searched for last, so that the
 /// next Find Next steps on, and the texts of earlier searches.
-class SearchCycle {
+class SearchSession {
 public:
     /// Asks with the find dialog and does what was chosen. A text that is not found is told in a
     /// box. The target and this may go while the dialog or the box is open.

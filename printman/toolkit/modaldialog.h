@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QDialog>
+#include <QPointer>
+
+#include <utility>
+
+namespace printman {
+
+/// A dialog that is run modally and deleted afterwards. While it is open its parent may be closed
+/// and take the dialog with it; this then holds no dialog any more.
+template <typename Dialog>
+class ModalDialog {
+public:
+    template <typename... Arguments>
+    explicit ModalDialog(Arguments&&... arguments)
+        : dialog_(new Dialog(std::forward<Arguments>(arguments)...)) {}
+    ~ModalDialog() { delete dialog_; }
+    ModalDialog(const ModalDialog&) = delete;
+    ModalDialog& operator=(const ModalDialog&) = delete;
+
+    /// Shows the dialog until it is closed.
+    ///
+    /// @return whether it was accepted and is still there
+    bool run() { return dialog_->exec() == QDialog::Accepted && dialog_; }
+
+    /// Whether the dialog is still there.
+    explicit operator bool() const { return dialog_; }
+
+    Dialog* operator->() const { return dialog_; }
+    Dialog& operator*() const { return *dialog_; }
+
+private:
+    QPointer<Dialog> dialog_;
+};
+
+} // namespace printman
