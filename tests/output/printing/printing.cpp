@@ -7,7 +7,8 @@ using namespace testsupport;
 namespace {
 
 void take(printman::FixedNames& names) {
-    static_cast<void>(names.take());
+    printman::JobControl control;
+    EXPECT_TRUE(names.take(control).ok());
     EXPECT_TRUE(names.is_held());
 }
 

@@ -99,7 +99,8 @@ TEST_F(Turns, theNamesAreFreeAgainAfterEveryJobWhateverItsEnd) {
     manager_.pdf_mode = true;
     const auto is_free = [] {
         printman::FileLock lock;
-        return lock.take_file(printman::tmp_lock_file, std::chrono::milliseconds(0)).isEmpty();
+        printman::JobControl control;
+        return lock.take_file(printman::tmp_lock_file, control, std::chrono::milliseconds(0)).ok();
     };
     EXPECT_TRUE(is_free());
     manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0);
