@@ -161,8 +161,8 @@ std::optional<Colour> parse_colour(const QByteArray& text) {
         return std::nullopt;
     bool is_number = true;
     for (size_t i = 0; i < colour.size() && is_number; ++i) {
-        const QByteArray part = parts.at(static_cast<qsizetype>(i)).trimmed();
-        colour[i] = std::clamp(part.toInt(&is_number), 0, 255);
+        const int number = parts.at(static_cast<qsizetype>(i)).toInt(&is_number);
+        colour[i] = std::clamp(number, 0, 255);
     }
     return is_number ? std::optional(colour) : std::nullopt;
 }
