@@ -18,7 +18,7 @@ constexpr int max_portrait_columns = 80;
 ///
 /// @return the error message; empty when all is printed
 QString print(CPrintMan& report, const QString& output) {
-    PsPrinter printer; // A4, portrait, until told otherwise
+    PsPrinter printer; // A4, portrait, unless set otherwise
     printer.setOutputFileName(output);
     if (report.get_columns() > max_portrait_columns)
         printer.setPageOrientation(QPageLayout::Landscape);
