@@ -2,6 +2,7 @@
 #include "fuzz/scratchfile.h"
 
 #include <printman/export/reporttext.h>
+#include <printman/progress.h>
 #include <printman/report/pagerows.h>
 #include <printman/report/reportbuffer.h>
 #include <printman/system/outputfile.h>
@@ -20,8 +21,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
          request = printman::page_next)
         rows.load(report.cells(), report.geometry().columns, report.geometry().lines, fields);
     printman::OutputFile out;
-    if (!out.open(QStringLiteral("/dev/null")) ||
-        !printman::write_report_text(report, fields, out, {}).isEmpty())
+    printman::JobControl control;
+    if (!out.open(QStringLiteral("/dev/null")).ok() ||
+        !printman::write_report_text(report, fields, out, printman::LastColumn::kept, control).ok())
         __builtin_trap();
     return 0;
 }

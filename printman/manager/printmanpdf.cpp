@@ -56,7 +56,7 @@ int CPrintMan::print_rpt_pdffile(QWidget* parent) {
 }
 
 void CPrintMan::set_watermark_info(const char* text, const char* family, int point_size, int angle,
-                                   const QColor& colour, int x, int y, int in_front) {
+                                   const QColor& color, int x, int y, int in_front) {
     d->watermark = {.text = utf8_or_latin1_field(text, watermark_text_size),
                     .family = utf8_or_latin1_field(family, watermark_family_size),
                     .point_size = point_size,

@@ -5,7 +5,7 @@
 namespace printman {
 
 QByteArray command_tool(const QByteArray& command) {
-    return command.left(command.indexOf(' '));
+    return command.split(' ').constFirst();
 }
 
 QString package_of(const QByteArray& tool) {

@@ -211,5 +211,6 @@ TEST_F(CurrentPage, aPrintThatFailsIsTold) {
             DialogAnswers::ok(dialog);
         });
     manager_.print_cur_page(&window_);
-    EXPECT_EQ(manager_.last_job_error(), QStringLiteral("No such file or directory"));
+    EXPECT_EQ(manager_.last_job_error(),
+              QFile::decodeName(path("gone/a.ps")) + QStringLiteral(": No such file or directory"));
 }

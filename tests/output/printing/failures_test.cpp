@@ -153,7 +153,7 @@ TEST_F(Failures, ofAFullDiskLeaveTheEarlierFile) {
     ::setrlimit(RLIMIT_FSIZE, &old);
     std::signal(SIGXFSZ, before);
     EXPECT_EQ(result, 0);
-    EXPECT_EQ(error(), text("File too large"));
+    EXPECT_EQ(error(), QDir::currentPath() + text(": File too large"));
     EXPECT_EQ(log(), QStringList());
     expect_earlier_file();
 }
@@ -165,7 +165,7 @@ TEST_F(Failures, ofADeviceThatIsFullAreTold) {
     EXPECT_EQ(manager_.print_serverrpt_page("laser", 1, 1, 0, text("/dev/full"),
                                             path(text("job.bin")), {}, {}),
               0);
-    EXPECT_EQ(error(), text("No space left on device"));
+    EXPECT_EQ(error(), text("/dev/full: No space left on device"));
 }
 
 TEST_F(Failures, aDeviceIsNeverReplacedByAPdf) {

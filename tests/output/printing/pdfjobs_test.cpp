@@ -130,7 +130,7 @@ TEST_F(PdfJobs, toolsThatMakeNothingFailTheJobAndTheirCommandsStillRun) {
     const std::string told = said([this] { EXPECT_EQ(manager_.print_pdf_file(), 0); });
     EXPECT_EQ(log().size(), 5);
     EXPECT_EQ(log().last(), text("lpr [-P] [office] [/tmp/korvo.ps]"));
-    EXPECT_EQ(error(), text("'ps2pdf /tmp/korvo.ps /tmp/korvo.pdf' made no whole file"));
+    EXPECT_EQ(error(), text("'ps2pdf /tmp/korvo.ps /tmp/korvo.pdf' produced an incomplete file"));
     EXPECT_THAT(told, testing::HasSubstr("printman: 'pdftk /tmp/korvo.pdf background"));
     EXPECT_EQ(fixed_names(), QStringList());
 }
