@@ -1,9 +1,9 @@
-#include "host/commandline.h"
-#include "host/console.h"
-#include "host/environment.h"
-#include "host/interrupt.h"
-#include "host/pendingfile.h"
-#include "host/settings.h"
+#include "host/cli/commandline.h"
+#include "host/cli/console.h"
+#include "host/files/pendingfile.h"
+#include "host/jobs/interrupt.h"
+#include "host/jobs/scopedvariable.h"
+#include "host/settings/settings.h"
 
 #include <QApplication>
 

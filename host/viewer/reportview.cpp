@@ -1,8 +1,8 @@
 #include "host/viewer/reportview.h"
 
-#include "host/pagesetup.h"
-#include "host/pendingfile.h"
-#include "host/report.h"
+#include "host/files/pendingfile.h"
+#include "host/jobs/pagesetup.h"
+#include "host/jobs/report.h"
 #include "host/viewer/screenfont.h"
 
 #include <printman/printman.h>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/hostprinters.h"
-#include "host/outcome.h"
+#include "host/files/outcome.h"
+#include "host/printers/hostprinters.h"
 
 #include <QString>
 #include <QWidget>

@@ -1,6 +1,6 @@
 #include "host/viewer/screenfont.h"
 
-#include "host/settings.h"
+#include "host/settings/settings.h"
 
 #include <printman/toolkit/legacyweight.h>
 

@@ -1,9 +1,9 @@
 // Where the window's report goes: the library's dialog asks, and the report goes there.
 
-#include "host/destination.h"
-#include "host/queuejob.h"
-#include "host/report.h"
-#include "host/settings.h"
+#include "host/jobs/queuejob.h"
+#include "host/jobs/report.h"
+#include "host/printers/destination.h"
+#include "host/settings/settings.h"
 #include "host/viewer/reportview.h"
 #include "host/viewer/screenfont.h"
 #include "host/viewer/texts.h"

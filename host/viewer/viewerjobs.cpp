@@ -1,11 +1,11 @@
 // What the window does with its report beside showing it.
 
-#include "host/command.h"
-#include "host/pdfjob.h"
-#include "host/printjob.h"
-#include "host/report.h"
-#include "host/textjob.h"
-#include "host/viewer/clipboardjob.h"
+#include "host/cli/command.h"
+#include "host/jobs/clipboardjob.h"
+#include "host/jobs/pdfjob.h"
+#include "host/jobs/printjob.h"
+#include "host/jobs/report.h"
+#include "host/jobs/textjob.h"
 #include "host/viewer/helpwindow.h"
 #include "host/viewer/reportview.h"
 #include "host/viewer/texts.h"

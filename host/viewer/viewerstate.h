@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/settings.h"
+#include "host/settings/settings.h"
 
 #include <QList>
 #include <QString>

@@ -1,6 +1,6 @@
 #include "host/viewer/windowwatch.h"
 
-#include "host/interrupt.h"
+#include "host/jobs/interrupt.h"
 #include "host/viewer/progressdialog.h"
 
 #include <QCoreApplication>

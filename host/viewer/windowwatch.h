@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/jobwatch.h"
+#include "host/jobs/jobwatch.h"
 
 #include <QElapsedTimer>
 #include <QString>
