@@ -10,8 +10,8 @@
 
 namespace host {
 
-/// What stands on a command's line behind its name. Everything is bytes, as the system gave them:
-/// a file name need not be text in any encoding.
+/// The operands and options of a command. Everything is bytes, as the system gave them: a file name
+/// need not be text in any encoding.
 class Arguments {
 public:
     Arguments() = default;
@@ -24,7 +24,8 @@ public:
     /// Whether the option --@p name was given.
     bool has(const QByteArray& name) const { return options_.contains(name); }
 
-    /// The value of the option --@p name, the last when it was given twice; none when it was not.
+    /// The value of the option --@p name, the last one when it was given twice; none when it was
+    /// not given.
     std::optional<QByteArray> value(const QByteArray& name) const {
         const auto at = options_.constFind(name);
         return at == options_.constEnd() ? std::nullopt : std::optional(at.value());
@@ -35,26 +36,27 @@ private:
     QHash<QByteArray, QByteArray> options_;
 };
 
-/// An option as its help tells it.
+/// An option and its help.
 struct OptionText {
-    const char* name;  ///< without the dashes
-    const char* value; ///< what its value is called; empty for an option without one
-    const char* what;  ///< one or more lines
+    const char* name;        ///< without the dashes
+    const char* value;       ///< the name of its value in the help; empty for an option without one
+    const char* description; ///< one or more lines
 };
 
-/// One of the program's commands: how it is called and what does it.
+/// One of the program's commands with its help.
 struct Command {
     const char* name;
-    std::vector<const char*> operands; ///< what its operands are called; all are needed
+    std::vector<const char*> operands; ///< their names in the help; all are required
     const char* summary;               ///< one line
-    const char* about;                 ///< what it does, in lines that fit a terminal
+    const char* description;           ///< lines that fit a terminal
     std::vector<OptionText> options;
-    const char* examples; ///< command lines, one a line
+    const char* examples; ///< command lines, one on each line
+
+    /// Runs it; null for view_command, which main() runs: the viewer stands above this folder.
     Outcome (*run)(const Arguments& arguments);
-    bool on_display = false; ///< it opens windows
 };
 
-// What the program can do, each in a file of its own.
+// The commands, each in a file of its own.
 extern const Command view_command;
 extern const Command info_command;
 extern const Command check_command;

@@ -1,7 +1,7 @@
 #include "host/cli/command.h"
 #include "host/cli/console.h"
+#include "host/files/inputfile.h"
 #include "host/jobs/interrupt.h"
-#include "host/jobs/report.h"
 
 #include <printman/report/reportcheck.h>
 
@@ -24,13 +24,13 @@ Outcome run_check(const Arguments& arguments) {
             line += ':' + QByteArray::number(static_cast<qlonglong>(fault.line));
         return print(one_line(line + ": " + QByteArray::fromStdString(fault.what)) + '\n');
     };
-    const InterruptsEndProgram at_once;
+    const ExitOnInterrupt at_once;
     const int code = printman::check_report(path.toStdString(), sink);
     if (code != 0)
         return Outcome::failure(path + ": " + std::strerror(code));
-    if (const int error = flush_output())
-        return Outcome::failure(QByteArray("cannot write to standard output: ") +
-                                std::strerror(error));
+    Outcome printed = flush_output();
+    if (!printed.ok())
+        return printed;
     if (faults > 0)
         return Outcome::failure(QByteArray::number(faults) + (faults == 1 ? " fault" : " faults") +
                                 " in " + path);
@@ -43,9 +43,10 @@ Outcome run_check(const Arguments& arguments) {
 const Command check_command{
     .name = "check",
     .operands = {"REPORT"},
-    .summary = "find what the producer of a report did wrong",
-    .about = "Reads REPORT and says each fault as \"REPORT:LINE: text\" on standard output, or\n"
-             "\"no faults\". The exit status is 1 when there is any.",
+    .summary = "find the faults of a report",
+    .description =
+        "Reads REPORT and lists each fault as \"REPORT:LINE: text\" on standard output, or\n"
+        "says \"no faults\". The exit status is 1 when there is any.",
     .options = {},
     .examples = "printman check aging.rpt",
     .run = run_check,

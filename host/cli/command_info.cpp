@@ -1,6 +1,6 @@
 #include "host/cli/command.h"
 #include "host/cli/console.h"
-#include "host/jobs/report.h"
+#include "host/jobs/openreport.h"
 
 #include <printman/printman.h>
 
@@ -33,9 +33,9 @@ Outcome run_info(const Arguments& arguments) {
 const Command info_command{
     .name = "info",
     .operands = {"REPORT"},
-    .summary = "say how large a report is",
-    .about = "Says how many columns a page of REPORT has and how many lines, how many\n"
-             "pages the report has, and how many bytes: one \"name: value\" a line.",
+    .summary = "show the size of a report",
+    .description = "Shows the columns and lines of a page of REPORT, the number of its pages and\n"
+                   "its size in bytes, each on a line \"name: value\".",
     .options = {},
     .examples = "printman info aging.rpt",
     .run = run_info,

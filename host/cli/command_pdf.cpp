@@ -1,8 +1,9 @@
 #include "host/cli/command.h"
 #include "host/cli/console.h"
-#include "host/files/pendingfile.h"
+#include "host/cli/pdfoptions.h"
+#include "host/files/inputfile.h"
+#include "host/files/paths.h"
 #include "host/jobs/pdfjob.h"
-#include "host/jobs/report.h"
 
 namespace host {
 
@@ -15,11 +16,13 @@ Outcome run_pdf(const Arguments& arguments) {
     if (!names.ok())
         return names;
     PdfSetup setup;
-    Outcome read = PdfSetup::read(arguments, setup);
+    Outcome read = read_pdf_options(arguments, setup);
     if (!read.ok())
         return read;
-    if (!setup.form.isEmpty() && same_file(setup.form, out))
-        return Outcome::wrong_usage(out + " is both read and written");
+    if (!setup.form.isEmpty())
+        names = check_output(setup.form, out);
+    if (!names.ok())
+        return names;
     ConsoleWatch watch;
     return make_pdf(report, out, setup, watch);
 }
@@ -30,10 +33,11 @@ const Command pdf_command{
     .name = "pdf",
     .operands = {"REPORT", "OUT.pdf"},
     .summary = "make a searchable PDF file",
-    .about = "Makes the PDF file OUT.pdf of REPORT, with its text as text and the fonts in it.\n"
-             "It needs ps2pdf, which the Debian package ghostscript has, and for a form or a\n"
-             "watermark pdftk, which pdftk-java has. OUT.pdf appears when it is complete; an\n"
-             "earlier file stays whole until then.",
+    .description =
+        "Makes the PDF file OUT.pdf of REPORT, with its text as text and the fonts in it.\n"
+        "It needs ps2pdf, which the Debian package ghostscript has, and for a form or a\n"
+        "watermark pdftk, which pdftk-java has. OUT.pdf appears when it is complete; an\n"
+        "earlier file stays whole until then.",
     .options = {{"printer", "ID",
                  "take font, paper and margins from this printer of the\n"
                  "setup file, instead of the next six options; the page\n"

@@ -1,6 +1,6 @@
 #include "host/cli/command.h"
+#include "host/files/inputfile.h"
 #include "host/jobs/picture.h"
-#include "host/jobs/report.h"
 #include "host/settings/numbers.h"
 
 #include <printman/render/zoom.h>
@@ -26,9 +26,9 @@ Outcome run_png(const Arguments& arguments) {
     const QByteArray zoom_name = arguments.value("zoom").value_or("100%");
     const int zoom = printman::zoom_ratio(zoom_name.constData());
     if (zoom == 0)
-        return Outcome::wrong_usage("there is no zoom '" + zoom_name + "', but " +
+        return Outcome::wrong_usage("unknown zoom '" + zoom_name + "'; known are " +
                                     printman::zoom_names().join(QStringLiteral(", ")).toLatin1());
-    return make_picture(report, out, *page, zoom);
+    return make_picture(report, out, {.page = *page, .zoom = zoom});
 }
 
 } // namespace
@@ -37,8 +37,8 @@ const Command png_command{
     .name = "png",
     .operands = {"REPORT", "OUT.png"},
     .summary = "make a picture of a page",
-    .about = "Makes a picture of one page of REPORT in the screen colours of the settings.\n"
-             "OUT.png appears when it is complete; an earlier file stays whole until then.",
+    .description = "Makes a picture of one page of REPORT in the screen colours of the settings.\n"
+                   "OUT.png appears when it is complete; an earlier file stays whole until then.",
     .options = {{"page", "N", "the page, from 1 on (default: 1)"},
                 {"zoom", "Z%",
                  "50%, 100%, 150%, 200%, 250% or 300%; at 100% the text\n"

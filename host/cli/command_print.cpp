@@ -1,21 +1,21 @@
 #include "host/cli/command.h"
 #include "host/cli/console.h"
+#include "host/files/inputfile.h"
 #include "host/jobs/printjob.h"
-#include "host/jobs/report.h"
 #include "host/settings/numbers.h"
 
 namespace host {
 
 namespace {
 
-constexpr int most_copies = 999;
+constexpr int max_copies = 999;
 
 Outcome read_setup(const Arguments& arguments, PrintSetup& setup) {
     setup.printer = arguments.value("printer").value_or(QByteArray());
     if (setup.printer.isEmpty())
-        return Outcome::wrong_usage("it needs --printer ID");
+        return Outcome::wrong_usage("--printer ID is required");
     if (const auto text = arguments.value("copies")) {
-        const auto copies = parse_whole(*text, 1, most_copies);
+        const auto copies = parse_whole(*text, 1, max_copies);
         if (!copies)
             return Outcome::wrong_usage("--copies needs a whole number from 1 to 999, not " +
                                         *text);
@@ -44,14 +44,15 @@ const Command print_command{
     .name = "print",
     .operands = {"REPORT"},
     .summary = "print a report on a printer of the setup file",
-    .about = "Prints REPORT on a printer that the setup file describes; 'printman printers'\n"
-             "lists them. A page fills the sheet, less half an inch at the upright sheet's sides\n"
-             "and a third of an inch at its top and bottom, and less the printer's margins.\n"
-             "Where the setting NOPAGEMAP is yes the text has the font's own size, and the\n"
-             "printer's margins do not count. A printer whose name has \"generic\" in it gets\n"
-             "plain text in a font of fixed width that fits the page: font, paper and margins\n"
-             "of the setup file do not count for it.",
-    .options = {{"printer", "ID", "the printer, by its id; it is needed"},
+    .description =
+        "Prints REPORT on a printer that the setup file describes; 'printman printers'\n"
+        "lists them. A page fills the sheet, less half an inch at the upright sheet's sides\n"
+        "and a third of an inch at its top and bottom, and less the printer's margins.\n"
+        "Where the setting NOPAGEMAP is yes the text has the font's own size, and the\n"
+        "printer's margins do not count. A printer whose name has \"generic\" in it gets\n"
+        "plain text in a font of fixed width that fits the page: font, paper and margins\n"
+        "of the setup file do not count for it.",
+    .options = {{"printer", "ID", "the printer, by its id; required"},
                 {"copies", "N", "print N copies, 1 to 999 (default: 1)"},
                 {"no-collate", "", "all copies of a page, then all of the next one"},
                 {"server", "OUT",

@@ -1,7 +1,8 @@
 #include "host/cli/command.h"
 #include "host/cli/console.h"
 #include "host/cli/printertable.h"
-#include "host/files/pendingfile.h"
+#include "host/files/inputfile.h"
+#include "host/files/paths.h"
 #include "host/jobs/interrupt.h"
 #include "host/printers/printerini.h"
 #include "host/printers/setupfile.h"
@@ -11,21 +12,18 @@
 #include <printman/printman.h>
 #include <printman/toolkit/pagesizes.h>
 
-#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace host {
 
 namespace {
 
-// Nobody describes so many printers: a larger file is something else.
+// A larger file is not a description of printers.
 constexpr qsizetype max_description = 16 * 1024 * 1024;
 
-/// What the setup file says of a printer.
+/// A printer of the setup file.
 struct Printer {
     std::array<char, 128> name{};
     std::array<char, 128> font_name{};
@@ -81,7 +79,7 @@ Outcome list_printers() {
     QList<QList<QByteArray>> rows{
         {"ID", "NAME", "PAPER", "ORIENTATION", "FONT", "SIZE", "LINES", "MARGINS"}};
     QStringList ids = manager.printer_ids();
-    // Nobody can print on a second one of the same id.
+    // Of several printers with one id only the first can be used.
     ids.removeDuplicates();
     for (const QString& id : std::as_const(ids)) {
         Printer printer;
@@ -89,43 +87,23 @@ Outcome list_printers() {
             rows << row_of(id.toLatin1(), printer);
     }
     print(rows.size() > 1 ? aligned_table(rows, {5})
-                          : setup_file_path() + ": There are no printers in it\n");
+                          : setup_file_path() + ": The file lists no printers\n");
     return Outcome::success();
-}
-
-/// Reads a description, which may come from a pipe.
-Outcome read_description(const QByteArray& path, QByteArray& text) {
-    constexpr size_t piece_size = 1 << 16;
-    const InterruptsEndProgram at_once;
-    const int fd = ::open(path.constData(), O_RDONLY | O_NOCTTY | O_CLOEXEC);
-    QByteArray piece(piece_size, '\0');
-    ssize_t size = fd < 0 ? -1 : 1;
-    while (size > 0 && text.size() <= max_description) {
-        size = ::read(fd, piece.data(), piece_size);
-        text += piece.left(std::max<ssize_t>(0, size));
-    }
-    const int error = errno;
-    if (fd >= 0)
-        ::close(fd);
-    if (size < 0)
-        return Outcome::failure(path + ": " + std::strerror(error));
-    if (text.isEmpty())
-        return Outcome::failure(path + ": The file is empty");
-    return text.size() <= max_description ? Outcome::success()
-                                          : Outcome::failure(path + ": The file is too large");
 }
 
 Outcome make_setup_file(const QByteArray& description) {
     const QByteArray path = setup_file_path();
     if (!is_text(path))
-        return Outcome::failure("cannot write " + path +
-                                ": The name is not valid in the locale's encoding");
+        return Outcome::failure("cannot write " + path + ": " + not_text);
+    Outcome read;
     QByteArray text;
-    Outcome readable = read_description(description, text);
-    if (!readable.ok())
-        return readable;
+    {
+        const ExitOnInterrupt at_once;
+        read = read_all(description, max_description, text);
+    }
     std::vector<printman::SetupRecord> records;
-    Outcome read = read_printers(text, description, records);
+    if (read.ok())
+        read = read_printers(text, description, records);
     if (!read.ok())
         return read;
     if (!make_directory_of(path))
@@ -146,10 +124,11 @@ const Command printers_command{
     .name = "printers",
     .operands = {},
     .summary = "list the printers of the setup file, or make it",
-    .about = "Lists the printers of the setup file PRTSETUP.BIN in the settings directory, or in\n"
-             "the one that the setting PRTINI names: id, name, paper, orientation, font, size,\n"
-             "default page length with first and last line, and the top, bottom, left and\n"
-             "right margin in inches.",
+    .description =
+        "Lists the printers of the setup file PRTSETUP.BIN in the settings directory, or in\n"
+        "the one that the setting PRTINI names: id, name, paper, orientation, font, size,\n"
+        "default page length with first and last line, and the top, bottom, left and\n"
+        "right margin in inches.",
     .options = {{"make", "FILE.ini",
                  "make the setup file of this description, a section a\n"
                  "printer; an earlier one is replaced when all of the\n"

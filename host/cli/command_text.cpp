@@ -1,6 +1,6 @@
 #include "host/cli/command.h"
 #include "host/cli/console.h"
-#include "host/jobs/report.h"
+#include "host/files/inputfile.h"
 #include "host/jobs/textjob.h"
 
 namespace host {
@@ -23,11 +23,11 @@ const Command text_command{
     .name = "text",
     .operands = {"REPORT", "OUT.txt"},
     .summary = "write a report as plain text",
-    .about = "Writes every page of REPORT to OUT.txt, one line of text for each line of the\n"
-             "page and nothing between the pages. The markers of the report are left out,\n"
-             "and of a line that fills the page's width the last character is. The bytes\n"
-             "are the report's, in Latin-1. OUT.txt appears when it is complete; an earlier\n"
-             "file stays whole until then.",
+    .description = "Writes every page of REPORT to OUT.txt, one line of text for each line of the\n"
+                   "page and nothing between the pages. The markers of the report are left out,\n"
+                   "and of a line that fills the page's width the last character is. The bytes\n"
+                   "are the report's, in Latin-1. OUT.txt appears when it is complete; an earlier\n"
+                   "file stays whole until then.",
     .options = {},
     .examples = "printman text aging.rpt aging.txt",
     .run = run_text,

@@ -14,7 +14,7 @@ const std::vector<OptionText>& common_options() {
     return options;
 }
 
-/// Bytes to the parser's text and back: Latin-1 carries every byte through unchanged.
+/// Bytes as text for the parser; toLatin1() turns them back: Latin-1 keeps every byte.
 QString to_text(const QByteArray& bytes) {
     return QString::fromLatin1(bytes);
 }
@@ -35,20 +35,20 @@ QStringList parser_list(const QList<QByteArray>& arguments, qsizetype from) {
     return list;
 }
 
-Outcome parser_problem(const QCommandLineParser& parser) {
-    QByteArray why = parser.errorText().toLatin1();
-    if (why.endsWith('.'))
-        why.chop(1);
-    if (!why.isEmpty())
-        why[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(why[0])));
-    return Outcome::wrong_usage(why);
+Outcome parser_error(const QCommandLineParser& parser) {
+    QByteArray error = parser.errorText().toLatin1();
+    if (error.endsWith('.'))
+        error.chop(1);
+    if (!error.isEmpty())
+        error[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(error[0])));
+    return Outcome::wrong_usage(error);
 }
 
-void note_settings(const QCommandLineParser& parser, CommandLine& line) {
+void read_settings(const QCommandLineParser& parser, CommandLine& line) {
     if (parser.isSet(QStringLiteral("settings")))
         line.settings = parser.value(QStringLiteral("settings")).toLatin1();
     if (line.settings && line.settings->isEmpty())
-        line.problem = Outcome::wrong_usage("--settings needs the name of a directory");
+        line.error = Outcome::wrong_usage("--settings needs the name of a directory");
 }
 
 void parse_command(const QStringList& list, CommandLine& line) {
@@ -58,24 +58,24 @@ void parse_command(const QStringList& list, CommandLine& line) {
     add_options(parser, common_options());
     const bool parsed = parser.parse(list);
     if (parser.isSet(QStringLiteral("help"))) {
-        line.wish = CommandLine::Wish::help;
+        line.mode = CommandLine::Mode::help;
         return;
     }
     if (!parsed) {
-        line.problem = parser_problem(parser);
+        line.error = parser_error(parser);
         return;
     }
     QList<QByteArray> operands;
     for (const QString& operand : parser.positionalArguments())
         operands << operand.toLatin1();
-    const auto needed = static_cast<qsizetype>(command.operands.size());
-    if (operands.size() < needed) {
-        line.problem = Outcome::wrong_usage(QByteArray("it needs ") +
-                                            command.operands[static_cast<size_t>(operands.size())]);
+    const auto required = static_cast<qsizetype>(command.operands.size());
+    if (operands.size() < required) {
+        line.error = Outcome::wrong_usage(QByteArray("missing operand ") +
+                                          command.operands[static_cast<size_t>(operands.size())]);
         return;
     }
-    if (operands.size() > needed) {
-        line.problem = Outcome::wrong_usage("too many names: " + operands.at(needed));
+    if (operands.size() > required) {
+        line.error = Outcome::wrong_usage("unexpected operand '" + operands.at(required) + '\'');
         return;
     }
     QHash<QByteArray, QByteArray> options;
@@ -85,7 +85,7 @@ void parse_command(const QStringList& list, CommandLine& line) {
             options.insert(option.name, parser.value(name).toLatin1());
     }
     line.arguments = Arguments(std::move(operands), std::move(options));
-    note_settings(parser, line);
+    read_settings(parser, line);
 }
 
 QByteArray option_lines(const OptionText& option) {
@@ -95,7 +95,7 @@ QByteArray option_lines(const OptionText& option) {
         head += QByteArray(" ") + option.value;
     constexpr qsizetype column = 24;
     QByteArray text;
-    for (const QByteArray& line : QByteArray(option.what).split('\n')) {
+    for (const QByteArray& line : QByteArray(option.description).split('\n')) {
         if (head.size() >= column - 1) {
             text += head + '\n';
             head.clear();
@@ -134,20 +134,20 @@ CommandLine parse_command_line(const QList<QByteArray>& arguments) {
     parser.addOption(QCommandLineOption(QStringLiteral("version")));
     const bool parsed = parser.parse(parser_list(arguments, 0));
     if (parser.isSet(QStringLiteral("help")) || parser.isSet(QStringLiteral("version"))) {
-        line.wish = parser.isSet(QStringLiteral("help")) ? CommandLine::Wish::help
-                                                         : CommandLine::Wish::version;
+        line.mode = parser.isSet(QStringLiteral("help")) ? CommandLine::Mode::help
+                                                         : CommandLine::Mode::version;
         return line;
     }
     if (!parsed) {
-        line.problem = parser_problem(parser);
+        line.error = parser_error(parser);
         return line;
     }
-    note_settings(parser, line);
-    if (!line.problem.ok())
+    read_settings(parser, line);
+    if (!line.error.ok())
         return line;
     const QStringList rest = parser.positionalArguments();
     if (rest.isEmpty()) {
-        line.problem = Outcome::wrong_usage("it needs a command");
+        line.error = Outcome::wrong_usage("no command is given");
         return line;
     }
     for (const Command* command : commands()) {
@@ -155,8 +155,7 @@ CommandLine parse_command_line(const QList<QByteArray>& arguments) {
             line.command = command;
     }
     if (!line.command) {
-        line.problem =
-            Outcome::wrong_usage("there is no command '" + rest.first().toLatin1() + '\'');
+        line.error = Outcome::wrong_usage("unknown command '" + rest.first().toLatin1() + '\'');
         return line;
     }
     parse_command(rest, line);
@@ -187,7 +186,7 @@ QByteArray command_help(const Command& command) {
     QByteArray text = QByteArray("Usage: printman ") + command.name + " [OPTION ...]";
     for (const char* operand : command.operands)
         text += QByteArray(" ") + operand;
-    text += QByteArray("\n\n") + command.about + "\n\nOptions:\n";
+    text += QByteArray("\n\n") + command.description + "\n\nOptions:\n";
     for (const OptionText& option : command.options)
         text += option_lines(option);
     for (const OptionText& option : common_options())

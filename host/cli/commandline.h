@@ -4,21 +4,21 @@
 
 namespace host {
 
-/// What a command line asks for.
+/// A command line that has been read.
 struct CommandLine {
-    enum class Wish { run, help, version };
+    enum class Mode { run, help, version };
 
-    Wish wish = Wish::run;
+    Mode mode = Mode::run;
     const Command* command = nullptr; ///< null: the program as a whole
     Arguments arguments;
-    std::optional<QByteArray> settings; ///< the settings directory, when one is named
-    Outcome problem;                    ///< wrong usage, when it is
+    std::optional<QByteArray> settings; ///< the settings directory, if one is given
+    Outcome error;                      ///< wrong usage, or success
 };
 
 /// All commands, in the order in which the help lists them.
 const std::vector<const Command*>& commands();
 
-/// Reads the program's arguments, without its name.
+/// Reads the program's arguments; its own name is not among them.
 CommandLine parse_command_line(const QList<QByteArray>& arguments);
 
 /// The help of the program, and of one command.

@@ -1,6 +1,7 @@
 #include "host/cli/console.h"
 
 #include "host/jobs/interrupt.h"
+#include "host/jobs/stderrcapture.h"
 
 #include <QList>
 #include <QString>
@@ -8,6 +9,7 @@
 #include <cerrno>
 #include <clocale>
 #include <cstdio>
+#include <cstring>
 #include <cwchar>
 #include <unistd.h>
 
@@ -16,29 +18,29 @@ namespace host {
 namespace {
 
 int output_error = 0;
-int progress_fd = STDERR_FILENO;
 
 void note_output_error() {
     if (output_error == 0)
         output_error = errno != 0 ? errno : EIO;
 }
 
-/// While it lives, this thread's locale knows the characters of Unicode, whatever the user's does.
-class UnicodeMeanwhile {
+/// Gives the thread a locale that knows the characters of Unicode, whatever the user's locale is,
+/// while the object exists.
+class ScopedUnicodeLocale {
 public:
-    UnicodeMeanwhile()
-        : locale_(::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), before_(::uselocale(locale_)) {}
-    ~UnicodeMeanwhile() {
-        ::uselocale(before_);
+    ScopedUnicodeLocale()
+        : locale_(::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr)), earlier_(::uselocale(locale_)) {}
+    ~ScopedUnicodeLocale() {
+        ::uselocale(earlier_);
         if (locale_)
             ::freelocale(locale_);
     }
-    UnicodeMeanwhile(const UnicodeMeanwhile&) = delete;
-    UnicodeMeanwhile& operator=(const UnicodeMeanwhile&) = delete;
+    ScopedUnicodeLocale(const ScopedUnicodeLocale&) = delete;
+    ScopedUnicodeLocale& operator=(const ScopedUnicodeLocale&) = delete;
 
 private:
     locale_t locale_;
-    locale_t before_;
+    locale_t earlier_;
 };
 
 } // namespace
@@ -54,11 +56,11 @@ QByteArray one_line(const QByteArray& text) {
     return shown.toUtf8();
 }
 
-int shown_width(const QByteArray& text) {
-    const UnicodeMeanwhile locale;
+int display_width(const QByteArray& text) {
+    const ScopedUnicodeLocale locale;
     int width = 0;
     for (const uint character : QString::fromUtf8(text).toUcs4()) {
-        // What the locale does not know fills one column.
+        // An unknown character takes one column.
         const int columns = ::wcwidth(static_cast<wchar_t>(character));
         width += columns < 0 ? 1 : columns;
     }
@@ -78,18 +80,17 @@ bool print(const QByteArray& text) {
     return output_error == 0;
 }
 
-int flush_output() {
+Outcome flush_output() {
     errno = 0;
     if (std::fflush(stdout) != 0)
         note_output_error();
-    return output_error;
+    return output_error == 0 ? Outcome::success()
+                             : Outcome::failure(QByteArray("cannot write to standard output: ") +
+                                                std::strerror(output_error));
 }
 
-void show_progress_on(int fd) {
-    progress_fd = fd;
-}
-
-Progress::Progress(const char* unit) : unit_(unit), terminal_(::isatty(progress_fd) == 1) {
+Progress::Progress(const char* unit)
+    : unit_(unit), terminal_(::isatty(StderrCapture::visible_fd()) == 1) {
     clock_.start();
 }
 
@@ -105,9 +106,9 @@ bool Progress::step(long long done, long long total) {
     return !interrupted();
 }
 
-bool Progress::tell(const QByteArray& what) {
+bool Progress::describe(const QByteArray& activity) {
     if (is_due())
-        show(what);
+        show(activity);
     return !interrupted();
 }
 
@@ -121,7 +122,7 @@ bool Progress::is_due() {
 void Progress::show(const QByteArray& text) {
     const QByteArray line = '\r' + text.leftJustified(shown_, ' ') + (text.isEmpty() ? "\r" : "");
     const ssize_t written =
-        ::write(progress_fd, line.constData(), static_cast<size_t>(line.size()));
+        ::write(StderrCapture::visible_fd(), line.constData(), static_cast<size_t>(line.size()));
     static_cast<void>(written);
     shown_ = text.size();
 }
@@ -134,12 +135,12 @@ bool ConsoleWatch::tool_works() {
     constexpr qint64 second = 1000;
     if (!tools_.isValid())
         tools_.start();
-    return progress_.tell("making the PDF, " + QByteArray::number(tools_.elapsed() / second) +
-                          " s");
+    return progress_.describe("making the PDF, " + QByteArray::number(tools_.elapsed() / second) +
+                              " s");
 }
 
 bool ConsoleWatch::waits() {
-    return progress_.tell("waiting for another print job");
+    return progress_.describe("waiting for another print job");
 }
 
 } // namespace host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "host/files/outcome.h"
 #include "host/jobs/jobwatch.h"
 
 #include <QByteArray>
@@ -7,13 +8,13 @@
 
 namespace host {
 
-/// @p text, which is UTF-8, with a '?' for every control character and for what is no UTF-8, so
-/// that it stays on one line and tells the terminal nothing.
+/// @p text, which is UTF-8, with a '?' for every control character and every invalid byte, so that
+/// it stays on one line and cannot control the terminal.
 QByteArray one_line(const QByteArray& text);
 
-/// How many columns of a terminal such a text fills: none for a combining character, two for a wide
-/// one.
-int shown_width(const QByteArray& text);
+/// The number of terminal columns that such a text takes: none for a combining character, two for a
+/// wide one.
+int display_width(const QByteArray& text);
 
 /// Writes "printman: " and @p message as one line to standard error.
 void report_error(const QByteArray& message);
@@ -21,14 +22,11 @@ void report_error(const QByteArray& message);
 /// Writes to standard output; false once anything could not be written.
 bool print(const QByteArray& text);
 
-/// Sends off what was printed: 0, or the errno of what failed since the program began.
-int flush_output();
-
-/// Where progress is shown from now on: standard error until then.
-void show_progress_on(int fd);
+/// Flushes standard output: a failure when that, or printing anything before, has failed.
+Outcome flush_output();
 
 /// A line such as "page 120 of 1000" on standard error, shown only when that is a terminal and the
-/// job has lasted for half a second, and erased when the object goes.
+/// job has lasted for half a second, and erased when the object is destroyed.
 class Progress {
 public:
     /// @param unit what is counted
@@ -37,15 +35,15 @@ public:
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
 
-    /// Says how far the job is.
+    /// Shows that @p done of @p total are done.
     ///
-    /// @return false when the user has interrupted it
+    /// @return false when the user has interrupted the program
     bool step(long long done, long long total);
 
-    /// Says in words what the job does.
+    /// Shows in words what the job is doing.
     ///
-    /// @return false when the user has interrupted it
-    bool tell(const QByteArray& what);
+    /// @return false when the user has interrupted the program
+    bool describe(const QByteArray& activity);
 
 private:
     bool is_due();
@@ -58,7 +56,7 @@ private:
     qsizetype shown_ = 0;
 };
 
-/// Shows how far a job is with a line of progress, and stops it when the user interrupts.
+/// Shows a line of progress for a job, and stops the job when the user interrupts.
 class ConsoleWatch : public JobWatch {
 public:
     bool pages_done(int done, int total) override;
@@ -67,7 +65,7 @@ public:
 
 private:
     Progress progress_{"page"};
-    QElapsedTimer tools_; ///< since the first one began
+    QElapsedTimer tools_; ///< since the first one was started
 };
 
 } // namespace host

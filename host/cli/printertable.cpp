@@ -12,14 +12,14 @@ QByteArray aligned_table(const QList<QList<QByteArray>>& rows, const QList<qsize
         widths.resize(std::max(widths.size(), row.size()));
         for (qsizetype column = 0; column < row.size(); ++column)
             widths[column] =
-                std::max(widths[column], qsizetype{shown_width(one_line(row[column]))});
+                std::max(widths[column], qsizetype{display_width(one_line(row[column]))});
     }
     QByteArray text;
     for (const auto& row : rows) {
         QByteArray line;
         for (qsizetype column = 0; column < row.size(); ++column) {
             const QByteArray cell = one_line(row[column]);
-            const QByteArray blanks(widths[column] - shown_width(cell), ' ');
+            const QByteArray blanks(widths[column] - display_width(cell), ' ');
             line += numeric.contains(column) ? blanks + cell : cell + blanks;
             line += "  ";
         }

@@ -1,12 +1,13 @@
 #include "host/files/pendingfile.h"
 
+#include "host/files/paths.h"
+
 #include <QRandomGenerator>
 
 #include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -15,7 +16,7 @@ namespace host {
 namespace {
 
 /// The name that @p path leads to through its links, which need not exist; empty for a loop.
-QByteArray behind_links(QByteArray path) {
+QByteArray follow_links(QByteArray path) {
     for (int depth = 0; depth < 40; ++depth) {
         std::array<char, 4096> buffer{};
         const ssize_t length = ::readlink(path.constData(), buffer.data(), buffer.size());
@@ -28,42 +29,6 @@ QByteArray behind_links(QByteArray path) {
 }
 
 } // namespace
-
-QByteArray absolute_path(const QByteArray& path) {
-    std::error_code error;
-    const std::string directory = std::filesystem::current_path(error).native();
-    return path.startsWith('/') ? path : QByteArray::fromStdString(directory) + '/' + path;
-}
-
-QByteArray directory_of(const QByteArray& path) {
-    const qsizetype slash = path.lastIndexOf('/');
-    if (slash < 0)
-        return ".";
-    return slash == 0 ? QByteArray("/") : path.left(slash);
-}
-
-bool make_directory_of(const QByteArray& path) {
-    const qsizetype slash = path.lastIndexOf('/');
-    if (slash <= 0)
-        return true;
-    for (qsizetype at = path.indexOf('/', 1); at >= 0 && at <= slash;
-         at = path.indexOf('/', at + 1)) {
-        if (::mkdir(path.left(at).constData(), 0777) != 0 && errno != EEXIST)
-            return false;
-    }
-    return true;
-}
-
-bool is_text(const QByteArray& path) {
-    return QFile::encodeName(QFile::decodeName(path)) == path;
-}
-
-bool same_file(const QByteArray& a, const QByteArray& b) {
-    struct stat first {};
-    struct stat second {};
-    return ::stat(a.constData(), &first) == 0 && ::stat(b.constData(), &second) == 0 &&
-           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
-}
 
 bool PendingFile::fail(int code) {
     error_ = "cannot write " + named_ + ": " + std::strerror(code);
@@ -82,7 +47,7 @@ bool PendingFile::open_directly(const QByteArray& path) {
     return true;
 }
 
-bool PendingFile::open_beside(unsigned mode) {
+bool PendingFile::open_temporary(unsigned mode) {
     for (int attempt = 0; attempt < 100; ++attempt) {
         const QByteArray name = directory_of(target_) + "/.printman-" +
                                 QByteArray::number(QRandomGenerator::global()->generate64(), 36)
@@ -92,7 +57,7 @@ bool PendingFile::open_beside(unsigned mode) {
             continue;
         if (fd < 0)
             return fail(errno);
-        beside_ = name;
+        temporary_ = name;
         if (file_.open(fd, QIODevice::WriteOnly, QFileDevice::AutoCloseHandle))
             return true;
         ::close(fd);
@@ -101,9 +66,14 @@ bool PendingFile::open_beside(unsigned mode) {
     return fail(EEXIST);
 }
 
-bool PendingFile::open(const QByteArray& path, const QByteArray& named) {
+Outcome PendingFile::open(const QByteArray& path, const QByteArray& named) {
     discard();
+    error_.clear();
     named_ = named;
+    return open_target(path) ? Outcome::success() : Outcome::failure(error_);
+}
+
+bool PendingFile::open_target(const QByteArray& path) {
     struct stat status {};
     // The links of a name such as /dev/stdout lead to no name: a pipe has none.
     const bool exists = ::stat(path.constData(), &status) == 0;
@@ -111,14 +81,14 @@ bool PendingFile::open(const QByteArray& path, const QByteArray& named) {
         return fail(EISDIR);
     if (exists && !S_ISREG(status.st_mode))
         return open_directly(path);
-    target_ = behind_links(path);
+    target_ = follow_links(path);
     if (target_.isEmpty())
         return fail(path.isEmpty() ? ENOENT : ELOOP);
     if (::stat(target_.constData(), &status) != 0)
-        return errno == ENOENT && !target_.endsWith('/') ? open_beside(0666) : fail(errno);
+        return errno == ENOENT && !target_.endsWith('/') ? open_temporary(0666) : fail(errno);
     if (::access(target_.constData(), W_OK) != 0)
         return fail(errno);
-    if (!open_beside(0600))
+    if (!open_temporary(0600))
         return false;
     return ::fchmod(file_.handle(), status.st_mode & 07777) == 0 || fail(errno);
 }
@@ -128,7 +98,7 @@ bool PendingFile::write(const QByteArray& bytes) {
     return file_.write(bytes) == bytes.size() || fail(errno != 0 ? errno : EIO);
 }
 
-Outcome PendingFile::take_over(const QString& name) {
+Outcome PendingFile::append_file(const QString& name) {
     constexpr qint64 piece_size = 1 << 18;
     QFile file(name);
     const auto unreadable = [&file] {
@@ -142,38 +112,39 @@ Outcome PendingFile::take_over(const QString& name) {
         if (piece.isEmpty())
             return unreadable();
         if (!write(piece))
-            return Outcome::failure(error());
+            return Outcome::failure(error_);
     }
     return Outcome::success();
 }
 
-bool PendingFile::commit() {
-    if (!file_.isOpen()) {
-        if (error_.isEmpty())
-            fail(EBADF);
-        return false;
-    }
+Outcome PendingFile::commit() {
+    if (!file_.isOpen() && error_.isEmpty())
+        fail(EBADF);
+    return file_.isOpen() && finish() ? Outcome::success() : Outcome::failure(error_);
+}
+
+bool PendingFile::finish() {
     errno = 0;
     const bool written = file_.flush() && file_.error() == QFileDevice::NoError;
     if (!written)
         return fail(errno != 0 ? errno : EIO);
-    if (!beside_.isEmpty() && ::fsync(file_.handle()) != 0)
+    if (!temporary_.isEmpty() && ::fsync(file_.handle()) != 0)
         return fail(errno);
     file_.close();
     if (file_.error() != QFileDevice::NoError)
         return fail(EIO);
-    if (!beside_.isEmpty() && ::rename(beside_.constData(), target_.constData()) != 0)
+    if (!temporary_.isEmpty() && ::rename(temporary_.constData(), target_.constData()) != 0)
         return fail(errno);
-    beside_.clear();
+    temporary_.clear();
     return true;
 }
 
 void PendingFile::discard() {
     if (file_.isOpen())
         file_.close();
-    if (!beside_.isEmpty())
-        ::unlink(beside_.constData());
-    beside_.clear();
+    if (!temporary_.isEmpty())
+        ::unlink(temporary_.constData());
+    temporary_.clear();
 }
 
 } // namespace host

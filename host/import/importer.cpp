@@ -1,36 +1,27 @@
 #include "host/import/importer.h"
 
-#include "host/cli/console.h"
+#include "host/files/inputfile.h"
 #include "host/files/pendingfile.h"
-#include "host/jobs/interrupt.h"
-#include "host/jobs/report.h"
+#include "host/import/reportlimits.h"
 
 #include <printman/report/marker.h>
 
 #include <QFile>
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace host {
 
 namespace {
 
 constexpr int default_page_lines = 66;
-constexpr int max_page_lines = 32767;
-constexpr long long max_cells = 64LL * 1024 * 1024;
 
-// A report's line is read into 512 bytes, which hold its newline and a zero byte too.
-constexpr size_t max_line_bytes = 510;
-
-std::string held_by_format(const std::string& escaped) {
+/// An error message when the format cannot hold a line; else empty.
+std::string check_line(const std::string& escaped) {
     if (escaped.size() <= max_line_bytes)
         return {};
-    return "the line is too long for a report: " + std::to_string(escaped.size()) +
-           " bytes, where it holds " + std::to_string(max_line_bytes);
+    return "the line takes " + std::to_string(escaped.size()) +
+           " bytes in a report; the limit is " + std::to_string(max_line_bytes);
 }
 
 /// The first pass: how large the pages are.
@@ -45,7 +36,7 @@ public:
         ++lines_;
         longest_line_ = std::max(longest_line_, text.size());
         longest_page_ = std::max(longest_page_, lines_);
-        return held_by_format(printman::escape_report_line(text));
+        return check_line(printman::escape_report_line(text));
     }
 
     void end_page() override {}
@@ -74,7 +65,7 @@ public:
         const std::string escaped = printman::escape_report_line(text);
         write(QByteArray::fromRawData(escaped.data(), static_cast<qsizetype>(escaped.size())) +
               '\n');
-        return held_by_format(escaped);
+        return check_line(escaped);
     }
 
     void end_page() override { write("#!?PAGEEND\n"); }
@@ -89,49 +80,48 @@ private:
     bool ok_ = true;
 };
 
-/// A listing that is read from its beginning once more for every pass.
+/// Reads a listing from its beginning, once for every pass.
 class ListingFile {
 public:
-    explicit ListingFile(const QByteArray& path) : path_(path) {
-        const int fd = ::open(path.constData(), O_RDONLY | O_NOCTTY | O_CLOEXEC);
-        if (fd < 0 || !file_.open(fd, QIODevice::ReadOnly | QIODevice::Unbuffered,
-                                  QFileDevice::AutoCloseHandle))
-            error_ = errno != 0 ? errno : EIO;
-    }
+    ListingFile(QByteArray path, ImportProgress progress)
+        : path_(std::move(path)), progress_(std::move(progress)) {}
 
+    Outcome open() { return open_input(path_, file_); }
+
+    /// Feeds the whole listing to @p reader, or what comes before @p failed answers true, which is
+    /// no failure of this function.
     template <typename Failed>
     Outcome read(ListingReader& reader, const Failed& failed) {
-        if (error_ != 0 || !file_.seek(0))
-            return Outcome::failure(path_ + ": " + std::strerror(error_ != 0 ? error_ : EIO));
-        Progress progress("MiB");
-        QByteArray piece(1 << 16, Qt::Uninitialized);
         const qint64 size = file_.size();
-        qint64 done = 0;
-        bool accepted = true;
-        while (accepted) {
+        QByteArray piece(1 << 16, Qt::Uninitialized);
+        bool accepted = file_.seek(0);
+        if (!accepted)
+            return unreadable();
+        while (accepted && !failed()) {
             const qint64 got = file_.read(piece.data(), piece.size());
             if (got < 0)
-                return Outcome::failure(path_ + ": " + QFile::encodeName(file_.errorString()));
+                return unreadable();
             if (got == 0)
                 break;
-            accepted = reader.feed({piece.constData(), static_cast<size_t>(got)}) && !failed();
-            done += got;
-            if (!progress.step(done >> 20, size >> 20))
+            accepted = reader.feed({piece.constData(), static_cast<size_t>(got)});
+            if (progress_ && !progress_(file_.pos(), size))
                 return Outcome::failure("interrupted");
         }
-        if (failed())
+        if (failed() || (accepted && reader.finish()))
             return Outcome::success();
-        if (!accepted || !reader.finish())
-            return Outcome::failure(
-                path_ + ':' + QByteArray::number(static_cast<qlonglong>(reader.error_line())) +
-                ": " + QByteArray::fromStdString(reader.error()));
-        return Outcome::success();
+        return Outcome::failure(path_ + ':' +
+                                QByteArray::number(static_cast<qlonglong>(reader.error_line())) +
+                                ": " + QByteArray::fromStdString(reader.error()));
     }
 
 private:
+    Outcome unreadable() const {
+        return Outcome::failure(path_ + ": " + QFile::encodeName(file_.errorString()));
+    }
+
     QByteArray path_;
+    ImportProgress progress_;
     QFile file_;
-    int error_ = 0;
 };
 
 Outcome measure(ListingFile& file, const QByteArray& path, const ListingRules& rules,
@@ -142,7 +132,7 @@ Outcome measure(ListingFile& file, const QByteArray& path, const ListingRules& r
     if (!read.ok())
         return read;
     if (sink.pages() == 0)
-        return Outcome::failure(path + ": The listing holds no page");
+        return Outcome::failure(path + ": The listing has no page");
     size.pages = sink.pages();
     size.columns = rules.columns > 0 ? rules.columns : sink.longest_line() + 1;
     if (rules.page_lines > 0)
@@ -153,8 +143,9 @@ Outcome measure(ListingFile& file, const QByteArray& path, const ListingRules& r
         size.lines = std::max(1, static_cast<int>(sink.longest_page()));
     else
         return Outcome::failure(path + ": A page has " + QByteArray::number(sink.longest_page()) +
-                                " lines, more than 32767; --lines breaks it");
-    if (static_cast<long long>(size.columns) * size.lines > max_cells)
+                                " lines, more than " + QByteArray::number(max_page_lines) +
+                                "; use --lines to break it");
+    if (static_cast<long long>(size.columns) * size.lines > max_page_cells)
         return Outcome::failure(path + ": A page of " + QByteArray::number(size.columns) +
                                 " columns and " + QByteArray::number(size.lines) +
                                 " lines is too large");
@@ -163,29 +154,26 @@ Outcome measure(ListingFile& file, const QByteArray& path, const ListingRules& r
 
 } // namespace
 
-Outcome import_listing(const QByteArray& listing, const QByteArray& out,
-                       const ListingRules& rules) {
-    Outcome readable = check_input(listing);
-    if (!readable.ok())
-        return readable;
-    ListingFile file(listing);
+Outcome import_listing(const QByteArray& listing, const QByteArray& out, const ListingRules& rules,
+                       const ImportProgress& progress) {
+    ListingFile file(listing, progress);
+    Outcome opened = file.open();
+    if (!opened.ok())
+        return opened;
     ReportSize size;
     Outcome measured = measure(file, listing, rules, size);
     if (!measured.ok())
         return measured;
 
     PendingFile pending;
-    if (!pending.open(out))
-        return Outcome::failure(pending.error());
+    opened = pending.open(out);
+    if (!opened.ok())
+        return opened;
     Writer writer(pending, size);
     ListingReader reader({.page_lines = size.lines, .columns = size.columns, .asa = rules.asa},
                          writer);
     Outcome read = file.read(reader, [&writer] { return !writer.ok(); });
-    if (!read.ok())
-        return read;
-    if (interrupted())
-        return Outcome::failure("interrupted");
-    return writer.ok() && pending.commit() ? Outcome::success() : Outcome::failure(pending.error());
+    return read.ok() ? pending.commit() : read;
 }
 
 } // namespace host

@@ -10,7 +10,7 @@ namespace {
 constexpr size_t tab_width = 8;
 constexpr unsigned char first_printable = 0x20;
 
-/// What two characters printed at one place come to; 0 when they clash.
+/// The character that two characters printed over each other make; 0 when they cannot be merged.
 char overprinted(char below, char above) {
     if (above == ' ' || above == below)
         return below;
@@ -21,9 +21,9 @@ char overprinted(char below, char above) {
 
 } // namespace
 
-bool ListingReader::refuse(std::string why) {
+bool ListingReader::refuse(std::string error) {
     if (error_.empty()) {
-        error_ = std::move(why);
+        error_ = std::move(error);
         error_line_ = line_number_;
     }
     return false;
@@ -42,7 +42,9 @@ bool ListingReader::feed(std::string_view bytes) {
     return error_.empty();
 }
 
-/// Takes the text that simply continues the line, all at once: how many bytes.
+/// Takes the leading bytes that simply continue the line, all at once.
+///
+/// @return how many bytes
 size_t ListingReader::take_plain(std::string_view bytes) {
     const bool at_control = rules_.asa && !line_started_;
     if (at_control || pending_return_ || cursor_ != text_.size())
@@ -62,12 +64,12 @@ size_t ListingReader::take_plain(std::string_view bytes) {
 }
 
 int ListingReader::line_limit() const {
-    return rules_.columns > 0 ? rules_.columns : max_listing_line;
+    return rules_.columns > 0 ? rules_.columns : max_page_columns;
 }
 
 bool ListingReader::take(char byte) {
     if (byte == '\0')
-        return refuse("a zero byte");
+        return refuse("the line contains a zero byte");
     if (byte == '\f') {
         pending_return_ = false;
         return form_feed();
@@ -101,13 +103,13 @@ bool ListingReader::take(char byte) {
 bool ListingReader::put(char byte) {
     const int limit = line_limit();
     if (cursor_ >= static_cast<size_t>(limit))
-        return refuse("more than " + std::to_string(limit) + " characters");
+        return refuse("the line has more than " + std::to_string(limit) + " characters");
     if (cursor_ == text_.size()) {
         text_ += byte;
     } else {
         const char merged = overprinted(text_[cursor_], byte);
         if (merged == '\0')
-            return refuse("two different characters printed over each other in column " +
+            return refuse("two different characters are printed over each other in column " +
                           std::to_string(cursor_ + 1));
         text_[cursor_] = merged;
     }
@@ -120,7 +122,7 @@ bool ListingReader::control(char byte) {
         cursor_ = 0;
         return true;
     }
-    if (!hand_over())
+    if (!print_held_line())
         return false;
     held_ = true;
     held_line_ = line_number_;
@@ -135,7 +137,7 @@ bool ListingReader::control(char byte) {
     case '1':
         return start_page();
     default:
-        return refuse(std::string("'") + byte + "' is no carriage control");
+        return refuse(std::string("'") + byte + "' is not a carriage control character");
     }
 }
 
@@ -149,10 +151,10 @@ bool ListingReader::end_line() {
     line_started_ = false;
     held_ = true;
     held_line_ = line_number_;
-    return hand_over();
+    return print_held_line();
 }
 
-bool ListingReader::hand_over() {
+bool ListingReader::print_held_line() {
     if (!held_)
         return true;
     held_ = false;
@@ -166,7 +168,7 @@ bool ListingReader::form_feed() {
     if (line_started_ && !rules_.asa)
         held_ = true;
     line_started_ = false;
-    return hand_over() && start_page();
+    return print_held_line() && start_page();
 }
 
 bool ListingReader::start_page() {
@@ -191,11 +193,11 @@ bool ListingReader::print_line(std::string_view text) {
         lines_on_page_ = 0;
     }
     ++lines_on_page_;
-    const std::string why = sink_.line(text);
-    if (why.empty())
+    const std::string error = sink_.line(text);
+    if (error.empty())
         return true;
     line_number_ = held_line_;
-    return refuse(why);
+    return refuse(error);
 }
 
 bool ListingReader::finish() {
@@ -203,7 +205,7 @@ bool ListingReader::finish() {
         return false;
     if (line_started_ && !rules_.asa)
         held_ = true;
-    if (!hand_over())
+    if (!print_held_line())
         return false;
     if (page_open_)
         sink_.end_page();

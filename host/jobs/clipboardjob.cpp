@@ -1,7 +1,7 @@
 #include "host/jobs/clipboardjob.h"
 
-#include "host/jobs/jobwatch.h"
-#include "host/jobs/report.h"
+#include "host/jobs/jobreport.h"
+#include "host/jobs/openreport.h"
 
 #include <printman/printman.h>
 
@@ -14,7 +14,7 @@ Outcome copy_report_text(const QByteArray& report, JobWatch& watch) {
     Outcome opened = open_report(manager, report);
     if (!opened.ok())
         return opened;
-    manager.set_progress([&watch](int done, int total) { return watch.pages_done(done, total); });
+    watch_pages(manager, watch);
     manager.save_allto_clipboard();
     return manager.last_job_ok() ? Outcome::success()
                                  : Outcome::failure(QFile::encodeName(manager.last_job_error()));

@@ -36,13 +36,13 @@ static void note_interrupt(int /*signal*/) {
 }
 }
 
-InterruptsEndProgram::InterruptsEndProgram() {
+ExitOnInterrupt::ExitOnInterrupt() {
     end_at_once = 1;
     if (interrupted())
         end_program();
 }
 
-InterruptsEndProgram::~InterruptsEndProgram() {
+ExitOnInterrupt::~ExitOnInterrupt() {
     end_at_once = 0;
 }
 

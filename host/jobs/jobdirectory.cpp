@@ -1,6 +1,6 @@
 #include "host/jobs/jobdirectory.h"
 
-#include "host/files/pendingfile.h"
+#include "host/files/paths.h"
 #include "host/settings/settings.h"
 
 #include <QDir>
@@ -16,35 +16,34 @@ namespace host {
 namespace {
 
 QByteArray scratch_directory() {
-    const QByteArray directory =
-        host_settings().value("dlwmenu.ini", "env", "TMPDIR").value_or(QByteArray());
+    const QByteArray directory = host_settings().variable("TMPDIR");
     return absolute_path(directory.isEmpty() ? QFile::encodeName(QDir::tempPath()) : directory);
 }
 
 } // namespace
 
-WorkPlace::~WorkPlace() {
-    if (before_ < 0)
+JobDirectory::~JobDirectory() {
+    if (earlier_ < 0)
         return;
-    // Without a way back, a directory that always is there does less harm than one that is gone.
-    if (::fchdir(before_) != 0 && ::chdir("/") != 0)
+    // When the earlier directory is gone, "/" is better than a removed one.
+    if (::fchdir(earlier_) != 0 && ::chdir("/") != 0)
         directory_->setAutoRemove(false);
-    ::close(before_);
+    ::close(earlier_);
 }
 
-Outcome WorkPlace::enter() {
+Outcome JobDirectory::enter() {
     const QByteArray parent = scratch_directory();
-    const auto failure = [&parent](const QByteArray& why) {
-        return Outcome::failure("cannot make a scratch directory in " + parent + ": " + why);
+    const auto failure = [&parent](const QByteArray& error) {
+        return Outcome::failure("cannot create a temporary directory in " + parent + ": " + error);
     };
     if (!is_text(parent))
-        return failure("The name is not valid in the locale's encoding");
+        return failure(not_text);
     directory_ = std::make_unique<QTemporaryDir>(QFile::decodeName(parent + "/printman-XXXXXX"));
     if (!directory_->isValid())
         return failure(QFile::encodeName(directory_->errorString()));
-    before_ = ::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
+    earlier_ = ::open(".", O_PATH | O_DIRECTORY | O_CLOEXEC);
     const QByteArray path = QFile::encodeName(directory_->path());
-    if (before_ < 0 || ::chdir(path.constData()) != 0)
+    if (earlier_ < 0 || ::chdir(path.constData()) != 0)
         return Outcome::failure("cannot work in " + path + ": " + std::strerror(errno));
     tools_scratch_.emplace("TMPDIR", path);
     return Outcome::success();

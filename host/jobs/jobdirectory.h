@@ -10,28 +10,34 @@
 
 namespace host {
 
-/// A working directory of a job's own, under TMPDIR: the library chooses names in the current
-/// directory, and there no other job of anyone meets them. While it lives the process works there,
-/// and TMPDIR is that directory, so that nothing stays of a tool that is ended; afterwards both are
-/// what they were, and the directory is gone with all that is in it.
-class WorkPlace {
+/// A temporary working directory of a job, under the directory that the setting TMPDIR names. The
+/// library chooses file names in the current directory; in this one no other job's files are in the
+/// way.
+///
+/// From enter() until the object is destroyed it is the current directory, and TMPDIR names it, so
+/// that a tool that is killed leaves nothing behind. Then both are restored, and the directory is
+/// removed with all its files.
+class JobDirectory {
 public:
-    WorkPlace() = default;
-    ~WorkPlace();
-    WorkPlace(const WorkPlace&) = delete;
-    WorkPlace& operator=(const WorkPlace&) = delete;
+    JobDirectory() = default;
+    ~JobDirectory();
+    JobDirectory(const JobDirectory&) = delete;
+    JobDirectory& operator=(const JobDirectory&) = delete;
 
-    /// Makes the directory and goes there. Names that are relative mean something else from then
-    /// on.
+    /// Creates the directory and makes it the current one: relative names mean something else from
+    /// then on.
     Outcome enter();
 
-    /// The absolute name of a file there.
+    /// The absolute name of a file in the directory.
     QString file(const QString& name) const { return directory_->filePath(name); }
+
+    /// The name of the directory, as enter() made it.
+    QString path() const { return directory_->path(); }
 
 private:
     std::unique_ptr<QTemporaryDir> directory_;
-    int before_ = -1;
-    std::optional<VariableMeanwhile> tools_scratch_;
+    int earlier_ = -1; ///< the earlier current directory
+    std::optional<ScopedVariable> tools_scratch_;
 };
 
 } // namespace host

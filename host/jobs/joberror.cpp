@@ -1,6 +1,6 @@
 #include "host/jobs/joberror.h"
 
-#include "host/cli/console.h"
+#include "host/jobs/stderrcapture.h"
 #include "host/jobs/tool.h"
 
 #include <printman/printman.h>
@@ -10,55 +10,25 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace host {
 
 namespace {
 
-constexpr qsizetype max_kept = 4096;
 constexpr int shell_signal_base = 128;
 
-/// What a shell's exit status tells: that a signal has ended what it ran, or the status itself.
-QString end_of(int status, const QString& told) {
+/// The meaning of a shell's exit status: that a signal has ended its command, or else @p message.
+QString describe_status(int status, const QString& message) {
     constexpr int last_signal = 31;
     const int signal = status - shell_signal_base;
     return signal >= 1 && signal <= last_signal
                ? QStringLiteral("was ended by signal %1").arg(signal)
-               : told;
+               : message;
 }
 
 } // namespace
 
-HeldErrors::HeldErrors() {
-    held_ = ::memfd_create("errors", MFD_CLOEXEC);
-    shown_ = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    if (held_ < 0 || shown_ < 0 || ::dup2(held_, STDERR_FILENO) < 0)
-        return;
-    show_progress_on(shown_);
-}
-
-HeldErrors::~HeldErrors() {
-    if (held_ >= 0 && shown_ >= 0) {
-        show_progress_on(STDERR_FILENO);
-        ::dup2(shown_, STDERR_FILENO);
-    }
-    for (const int fd : {held_, shown_}) {
-        if (fd >= 0)
-            ::close(fd);
-    }
-}
-
-QByteArray HeldErrors::text() const {
-    QByteArray bytes(max_kept, '\0');
-    const ssize_t size = ::pread(held_, bytes.data(), max_kept, 0);
-    bytes.truncate(size < 0 ? 0 : size);
-    return bytes;
-}
-
-QByteArray plain_failure(const QByteArray& error, const QByteArray& said) {
+QByteArray plain_failure(const QByteArray& error, const QByteArray& output) {
     static const QRegularExpression command(
         QStringLiteral("^'([\\w-]+) .*' (failed with status (\\d+)|was ended by signal|made no "
                        "whole file|cannot be started)(.*)$"),
@@ -71,28 +41,29 @@ QByteArray plain_failure(const QByteArray& error, const QByteArray& said) {
         return error;
     QByteArray line = error;
     if (match.hasMatch()) {
-        const QString told = match.captured(2) + match.captured(4);
+        const QString message = match.captured(2) + match.captured(4);
         line =
-            QString(match.captured(1) + u' ' + end_of(match.captured(3).toInt(), told)).toLatin1();
+            QString(match.captured(1) + u' ' + describe_status(match.captured(3).toInt(), message))
+                .toLatin1();
     }
-    const QByteArray words = first_words(said);
+    const QByteArray words = first_words(output);
     return words.isEmpty() ? line : line + ": " + words;
 }
 
 QByteArray placed_failure(const QByteArray& error, const QByteArray& written) {
-    const auto says = [&error](int code) { return error == std::strerror(code); };
-    const bool is_bare = says(ENOSPC) || says(EDQUOT) || says(EFBIG) || says(EIO);
+    const auto is = [&error](int code) { return error == std::strerror(code); };
+    const bool is_bare = is(ENOSPC) || is(EDQUOT) || is(EFBIG) || is(EIO);
     return is_bare && !written.isEmpty() ? written + ": " + error : error;
 }
 
-Outcome job_outcome(const CPrintMan& manager, bool done, const HeldErrors& errors,
+Outcome job_outcome(const CPrintMan& manager, bool done, const StderrCapture& capture,
                     const QByteArray& written) {
     if (done)
         return Outcome::success();
     const QByteArray error = QFile::encodeName(manager.last_job_error());
     return Outcome::failure(error == "canceled"
                                 ? QByteArray("interrupted")
-                                : plain_failure(placed_failure(error, written), errors.text()));
+                                : plain_failure(placed_failure(error, written), capture.text()));
 }
 
 } // namespace host

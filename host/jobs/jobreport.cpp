@@ -1,8 +1,8 @@
 #include "host/jobs/jobreport.h"
 
-#include "host/files/pendingfile.h"
+#include "host/files/paths.h"
 #include "host/jobs/jobwatch.h"
-#include "host/jobs/report.h"
+#include "host/jobs/openreport.h"
 
 #include <printman/printman.h>
 
@@ -18,7 +18,7 @@ namespace host {
 
 namespace {
 
-/// Whether a process of ours runs, or has ended and waits to be collected.
+/// Whether this process has a child, be it one that has ended and not been waited for.
 bool has_child() {
     siginfo_t info{};
     return ::waitid(P_ALL, 0, &info, WEXITED | WNOHANG | WNOWAIT) == 0;
@@ -30,7 +30,7 @@ JobReport::JobReport(const QByteArray& path)
     : named_(path), path_(path.isEmpty() ? path : absolute_path(path)) {
     if (named_.size() > max_report_name || path_.size() <= max_report_name)
         return;
-    // Deep below the root a short name has a long absolute one, which the library does not take.
+    // A short relative name can have an absolute one that is too long for the library.
     fd_ = ::open(path.constData(), O_PATH | O_CLOEXEC);
     if (fd_ >= 0)
         path_ = "/proc/self/fd/" + QByteArray::number(fd_);
@@ -49,9 +49,13 @@ QString title_of(const QByteArray& report) {
     return QFileInfo(QFile::decodeName(report)).completeBaseName();
 }
 
+void watch_pages(CPrintMan& manager, JobWatch& watch) {
+    manager.set_progress([&watch](int done, int total) { return watch.pages_done(done, total); });
+}
+
 void watch_job(CPrintMan& manager, JobWatch& watch) {
-    // Before the first page the job waits for another one; after the last page has been told, the
-    // same again means that a tool works, or that the job waits.
+    // Before the first page the job waits for another one; after the last page has been reported,
+    // the same numbers again mean that a tool is running, or that the job waits.
     manager.set_progress([&watch, last = -1](int done, int total) mutable {
         const bool again = done == total && last == done;
         last = done;

@@ -10,16 +10,16 @@ namespace host {
 
 class JobWatch;
 
-/// A report file that a job reads wherever it works.
+/// The report file of a job, which the job can read from any current directory.
 class JobReport {
 public:
-    /// @param path from the current directory of now
+    /// @param path relative to the current directory at this time
     explicit JobReport(const QByteArray& path);
     ~JobReport();
     JobReport(const JobReport&) = delete;
     JobReport& operator=(const JobReport&) = delete;
 
-    /// Hands it to @p manager, as open_report() does; faults are told of the file as it was named.
+    /// Opens it in @p manager, as open_report() does; error messages name the file as it was given.
     Outcome open(CPrintMan& manager) const;
 
 private:
@@ -28,10 +28,14 @@ private:
     int fd_ = -1;
 };
 
-/// What a document made of a report is called: the file's name without directory and suffix.
+/// The title of a document made from a report: the file's name without directory and suffix.
 QString title_of(const QByteArray& report);
 
-/// Lets @p watch hear how far the manager's jobs are, and stop them. It outlives them.
+/// Lets @p watch follow and stop the manager's jobs that only go through the pages. It outlives
+/// them.
+void watch_pages(CPrintMan& manager, JobWatch& watch);
+
+/// The same for print jobs, which may also run a tool or wait for another job.
 void watch_job(CPrintMan& manager, JobWatch& watch);
 
 } // namespace host

@@ -2,7 +2,7 @@
 
 namespace host {
 
-/// Whoever waits for a long job: it hears how far the job is, and may stop it.
+/// Follows a long job, and may stop it: each function returns false to do so.
 class JobWatch {
 public:
     JobWatch() = default;
@@ -10,19 +10,13 @@ public:
     JobWatch(const JobWatch&) = delete;
     JobWatch& operator=(const JobWatch&) = delete;
 
-    /// @p done pages of @p total are through.
-    ///
-    /// @return false to stop the job
+    /// @p done pages of @p total are done.
     virtual bool pages_done(int done, int total) = 0;
 
-    /// Called some twenty times a second while a tool works and nothing can be counted.
-    ///
-    /// @return false to stop the job
+    /// Called some twenty times a second while a tool is running and nothing can be counted.
     virtual bool tool_works() = 0;
 
-    /// Called as often while another print job has what this one needs.
-    ///
-    /// @return false to stop the job
+    /// Called at the same rate while the job waits for another print job.
     virtual bool waits() = 0;
 };
 

@@ -18,8 +18,7 @@ namespace host {
 
 namespace {
 
-constexpr double units_an_inch = 600;
-constexpr int most_points = 2000;
+constexpr int max_points = 2000;
 
 /// Sides of a sheet, in device units.
 struct Sides {
@@ -34,10 +33,10 @@ QSizeF grid_of(const QFont& font, int columns, int lines, QPaintDevice& device) 
     return {double{1} * columns * metrics.maxWidth(), double{1} * lines * metrics.height()};
 }
 
-/// A margin of the record that the library cuts to exactly @p units.
+/// A margin of the record that the library truncates to exactly @p units.
 double record_margin(double units) {
     constexpr double within = 0.25;
-    return (std::floor(std::max(0.0, units)) + within) / units_an_inch;
+    return (std::floor(std::max(0.0, units)) + within) / units_per_inch;
 }
 
 void set_margins(PsPrinter& sheet, const Sides& units) {
@@ -46,24 +45,24 @@ void set_margins(PsPrinter& sheet, const Sides& units) {
 }
 
 Sides sheet_margins(const PsPrinter& sheet) {
-    // Asked for in inches they would be rounded to hundredths.
-    constexpr double points_an_inch = 72;
+    // In inches they would be rounded to hundredths.
+    constexpr double points_per_inch = 72;
     const QMarginsF units =
-        sheet.pageLayout().margins(QPageLayout::Point) * units_an_inch / points_an_inch;
+        sheet.pageLayout().margins(QPageLayout::Point) * units_per_inch / points_per_inch;
     return {.top = std::round(units.top()),
             .left = std::round(units.left()),
             .bottom = std::round(units.bottom()),
             .right = std::round(units.right())};
 }
 
-/// Sheet margins that, counted again about the text as the library does, come to @p wanted.
+/// The sheet margins that add up to @p wanted when the library applies them again around the text.
 Sides halved(PsPrinter& sheet, const Sides& wanted) {
     Sides half{.top = wanted.top / 2,
                .left = wanted.left / 2,
                .bottom = wanted.bottom / 2,
                .right = wanted.right / 2};
-    // Device units are not quite 1/600 inch about the text, by the sheet's size in whole
-    // millimetres.
+    // Around the text, where the library takes the sheet's size in whole millimetres, device units
+    // are not quite 1/600 inch.
     for (int round = 0; round < 4; ++round) {
         set_margins(sheet, half);
         const QPaintDeviceMetrics metrics(&sheet);
@@ -79,8 +78,8 @@ Sides halved(PsPrinter& sheet, const Sides& wanted) {
     return half;
 }
 
-/// The font as a record has it. Its family is the one that the toolkit takes for it, as a record
-/// cannot say that all characters should have one width.
+/// The font as a record. Its family is the one that the toolkit substitutes, as a record cannot ask
+/// for a fixed-width font.
 FontInfo font_record(const QFont& font, int points) {
     FontInfo info{};
     const QString family = QFontInfo(font).family();
@@ -89,11 +88,12 @@ FontInfo font_record(const QFont& font, int points) {
     info.log_font.italic = font.italic();
     info.log_font.underline = font.underline();
     info.log_font.strike_out = font.strikeOut();
-    put(info.log_font.face_name, (family.isEmpty() ? font.family() : family).toUtf8());
+    set_field(info.log_font.face_name, (family.isEmpty() ? font.family() : family).toUtf8());
     return info;
 }
 
-/// Turns and sizes the sheet: wrong usage when the margins leave no room on it.
+/// Sets the sheet's orientation, size and margins: wrong usage when the margins leave no room on
+/// it.
 Outcome set_sheet(PsPrinter& sheet, const PageSetup& setup, QSizeF grid) {
     const QPageSize paper = printman::page_size_of(setup.paper);
     const QPageLayout::Orientation orientation =
@@ -107,7 +107,7 @@ Outcome set_sheet(PsPrinter& sheet, const PageSetup& setup, QSizeF grid) {
         inches.transpose();
     if (!leave_room(*setup.margins, inches))
         return Outcome::wrong_usage("the margins leave no room on the page");
-    const auto units = [](double inch) { return std::round(inch * units_an_inch); };
+    const auto units = [](double inch) { return std::round(inch * units_per_inch); };
     set_margins(sheet, {.top = units(setup.margins->top),
                         .left = units(setup.margins->left),
                         .bottom = units(setup.margins->bottom),
@@ -133,10 +133,11 @@ Outcome lay_out(const PageSetup& setup, int columns, int lines, PdfLayout& layou
     const bool exact =
         setup.exact_size && grid.width() <= room.width() && grid.height() <= room.height();
     layout.no_page_map = exact && size == std::floor(size);
-    int points = std::clamp(static_cast<int>(std::lround(size)), 1, most_points);
+    int points = std::clamp(static_cast<int>(std::lround(size)), 1, max_points);
     if (exact && !layout.no_page_map) {
-        // A record has whole points: the page in ten times the size fills a tenth of it.
-        points = std::clamp(static_cast<int>(std::lround(size * 10)), 1, most_points);
+        // A record has whole points. The page at ten times the font size is made to fit the area of
+        // the page at its own size.
+        points = std::clamp(static_cast<int>(std::lround(size * 10)), 1, max_points);
         QFont large = setup.font;
         large.setPointSize(points);
         const QSizeF area = (grid_of(large, columns, lines, sheet) * size / points).boundedTo(room);
@@ -148,8 +149,8 @@ Outcome lay_out(const PageSetup& setup, int columns, int lines, PdfLayout& layou
 
     layout.record = {};
     layout.record.in_use = 1;
-    put(layout.record.printer_id, pdf_printer_id);
-    put(layout.record.printer_name, "printman");
+    set_field(layout.record.printer_id, pdf_printer_id);
+    set_field(layout.record.printer_name, "printman");
     layout.record.font = font_record(setup.font, points);
     layout.record.devmode.orientation =
         sheet.pageLayout().orientation() == QPageLayout::Landscape ? 1 : 0;

@@ -1,14 +1,15 @@
 #include "host/jobs/picture.h"
 
-#include "host/cli/console.h"
 #include "host/files/pendingfile.h"
 #include "host/jobs/interrupt.h"
-#include "host/jobs/pagesetup.h"
-#include "host/jobs/report.h"
+#include "host/jobs/openreport.h"
+#include "host/jobs/reportfont.h"
+#include "host/settings/settings.h"
 
-#include <printman/printer/hostservices.h>
 #include <printman/printman.h>
 
+#include <QBuffer>
+#include <QFile>
 #include <QFontMetrics>
 #include <QImage>
 #include <QImageWriter>
@@ -22,38 +23,11 @@ constexpr int sheet_margin = 20;
 constexpr qint64 max_side = 32767;
 constexpr qint64 max_bytes = 512LL * 1024 * 1024;
 constexpr int pixel_bytes = 4;
-constexpr int dots_per_metre = 3780; // 96 to the inch
-constexpr double base_point_size = 10;
-
-enum Request { first = 1, next = 2, previous = 3, last = 4 };
-
-/// Loads a page, from the nearer end of the report; only the page itself is cut into items.
-Outcome load_page(CPrintMan& manager, const QByteArray& report, int page) {
-    const int total = manager.get_page_count();
-    const bool forward = page - 1 <= total - page;
-    const int steps = forward ? page - 1 : total - page;
-    Progress progress("page");
-    int request = forward ? first : last;
-    for (int step = 0; step < steps; ++step) {
-        char ignored = 0;
-        if (manager.get_rpt_page(&ignored, 1, request) != 1)
-            return Outcome::failure(report + ": The pages cannot be read");
-        request = forward ? next : previous;
-        if (!progress.step(step + 1, steps))
-            return Outcome::failure("interrupted");
-    }
-    return manager.get_rpt_page(request) == 1
-               ? Outcome::success()
-               : Outcome::failure(report + ": page " + QByteArray::number(page) +
-                                  " cannot be read");
-}
+constexpr int dots_per_metre = 3780; // 96 per inch
 
 QColor setting_colour(const char* key) {
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-    GetRGB(key, &red, &green, &blue);
-    return {red, green, blue};
+    const Colour colour = host_settings().colour(key);
+    return {colour.red, colour.green, colour.blue};
 }
 
 /// An image whose resolution, and with it the size of text, is the same everywhere.
@@ -77,17 +51,17 @@ void paint_sheet(CPrintMan& manager, const QFont& font, QImage& sheet) {
 
 } // namespace
 
-Outcome make_picture(const QByteArray& report, const QByteArray& out, int page, int zoom) {
+Outcome make_picture(const QByteArray& report, const QByteArray& out, const PictureSetup& setup) {
     CPrintMan manager;
     Outcome opened = open_report(manager, report);
     if (!opened.ok())
         return opened;
-    if (page > manager.get_page_count())
-        return Outcome::failure(report + ": There is no page " + QByteArray::number(page) +
-                                ", but " + QByteArray::number(manager.get_page_count()));
-    // Characters as wide as their cells, to the pixel: hinted ones are.
-    QFont font = report_font(QStringLiteral("Courier New"), base_point_size * zoom / 100);
-    font.setHintingPreference(QFont::PreferFullHinting);
+    const QByteArray page = QByteArray::number(setup.page);
+    const int pages = manager.get_page_count();
+    if (setup.page > pages)
+        return Outcome::failure(report + ": There is no page " + page + "; the report has " +
+                                QByteArray::number(pages) + (pages == 1 ? " page" : " pages"));
+    const QFont font = screen_font(setup.zoom);
     const QImage probe = blank_sheet({1, 1});
     const QFontMetrics metrics(font, &probe);
     const qint64 width = qint64{manager.get_columns()} * metrics.maxWidth() + 2 * sheet_margin;
@@ -96,24 +70,25 @@ Outcome make_picture(const QByteArray& report, const QByteArray& out, int page, 
         return Outcome::failure("a picture of " + QByteArray::number(width) + " x " +
                                 QByteArray::number(height) + " pixels is too large");
     PendingFile pending;
-    if (!pending.open(out))
-        return Outcome::failure(pending.error());
-    Outcome loaded = load_page(manager, report, page);
-    if (!loaded.ok())
-        return loaded;
+    opened = pending.open(out);
+    if (!opened.ok())
+        return opened;
+    if (manager.goto_rpt_page(setup.page) != 1)
+        return Outcome::failure(report + ": Page " + page + " cannot be read");
     QImage sheet = blank_sheet({static_cast<int>(width), static_cast<int>(height)});
     if (sheet.isNull())
         return Outcome::failure("not enough memory for the picture");
     paint_sheet(manager, font, sheet);
     if (interrupted())
         return Outcome::failure("interrupted");
-    QImageWriter writer(pending.device(), "png");
-    const bool written = writer.write(sheet);
-    if (!pending.commit())
-        return Outcome::failure(pending.error());
-    return written ? Outcome::success()
-                   : Outcome::failure("cannot write " + out + ": " +
-                                      QFile::encodeName(writer.errorString()));
+    QByteArray png;
+    QBuffer buffer(&png);
+    QImageWriter writer(&buffer, "png");
+    if (!writer.write(sheet))
+        return Outcome::failure("cannot write " + out + ": " +
+                                QFile::encodeName(writer.errorString()));
+    pending.write(png);
+    return pending.commit();
 }
 
 } // namespace host

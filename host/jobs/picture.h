@@ -4,11 +4,15 @@
 
 namespace host {
 
-/// Makes the PNG file @p out of one page of the report file @p report: a sheet in the colours of
-/// the settings, its text of 10 points times @p zoom percent at 96 dots per inch, with 20 pixels
-/// around it and a thin black frame at its edge.
-///
-/// @param page from 1
-Outcome make_picture(const QByteArray& report, const QByteArray& out, int page, int zoom);
+/// What a picture shows.
+struct PictureSetup {
+    int page = 1;   ///< from 1
+    int zoom = 100; ///< percent; at 100 the text has 10 points at 96 dots per inch
+};
+
+/// Makes the PNG file @p out from a page of the report file @p report: a sheet in the colours of
+/// the settings, with a margin of 20 pixels and a thin black frame at its edge. On failure @p out
+/// is as it was.
+Outcome make_picture(const QByteArray& report, const QByteArray& out, const PictureSetup& setup);
 
 } // namespace host

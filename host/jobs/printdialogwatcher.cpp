@@ -7,28 +7,28 @@
 
 namespace host {
 
-PrintChoice::PrintChoice(std::function<bool()> accepted,
-                         std::function<void(const QPrinter&)> chosen)
+PrintDialogWatcher::PrintDialogWatcher(std::function<bool()> accepted,
+                                       std::function<void(const QPrinter&)> chosen)
     : accepted_(std::move(accepted)), chosen_(std::move(chosen)) {
     QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool PrintChoice::eventFilter(QObject* watched, QEvent* event) {
+bool PrintDialogWatcher::eventFilter(QObject* watched, QEvent* event) {
     auto* dialog = event->type() == QEvent::Show ? qobject_cast<QPrintDialog*>(watched) : nullptr;
     if (dialog && dialog != dialog_)
         watch(*dialog);
     return false;
 }
 
-void PrintChoice::watch(QPrintDialog& dialog) {
+void PrintDialogWatcher::watch(QPrintDialog& dialog) {
     dialog_ = &dialog;
     connect(&dialog, &QDialog::accepted, this, [this] {
         is_accepted_ = accepted_();
         if (!is_accepted_)
             dialog_->setResult(QDialog::Rejected);
     });
-    // The printer has the choices only when the dialog has returned. It outlives the dialog, whose
-    // end comes before the library looks at them.
+    // The printer has the choices only after the dialog has returned. It outlives the dialog, which
+    // is destroyed before the library looks at them.
     connect(&dialog, &QObject::destroyed, this, [this, printer = dialog.printer()] {
         if (is_accepted_)
             chosen_(*printer);

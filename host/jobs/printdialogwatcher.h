@@ -10,13 +10,13 @@ class QPrinter;
 
 namespace host {
 
-/// Hears, while it lives, what the user accepts in a print dialog of the library's, before the
-/// library does.
-class PrintChoice : public QObject {
+/// Follows the library's print dialog while the object exists.
+class PrintDialogWatcher : public QObject {
 public:
-    /// @param accepted called when the user accepts; false makes it a cancelled dialog
-    /// @param chosen   called then with what the user has chosen
-    PrintChoice(std::function<bool()> accepted, std::function<void(const QPrinter&)> chosen);
+    /// @param accepted called when the user accepts the dialog, before the library is told; false
+    ///                 turns that into a cancelled dialog
+    /// @param chosen   called then with the printer that has the user's choices
+    PrintDialogWatcher(std::function<bool()> accepted, std::function<void(const QPrinter&)> chosen);
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

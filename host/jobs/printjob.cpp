@@ -1,10 +1,12 @@
 #include "host/jobs/printjob.h"
 
+#include "host/files/paths.h"
 #include "host/files/pendingfile.h"
 #include "host/jobs/jobdirectory.h"
 #include "host/jobs/joberror.h"
 #include "host/jobs/jobreport.h"
 #include "host/jobs/printdialogwatcher.h"
+#include "host/jobs/stderrcapture.h"
 #include "host/jobs/textfont.h"
 #include "host/printers/setupfile.h"
 #include "host/settings/settings.h"
@@ -21,10 +23,11 @@ namespace host {
 
 namespace {
 
-constexpr int by_setup_file = 0; // modes of a job
+// Modes of CPrintMan::print_rpt_page().
+constexpr int by_setup_file = 0;
 constexpr int as_chosen = 1;
 
-/// Opens the report in a manager that is to print it.
+/// Opens the report in the manager that is to print it.
 Outcome prepare(CPrintMan& manager, const JobReport& input, const QByteArray& report,
                 JobWatch& watch) {
     manager.document_title = title_of(report);
@@ -33,8 +36,8 @@ Outcome prepare(CPrintMan& manager, const JobReport& input, const QByteArray& re
     return input.open(manager);
 }
 
-int no_page_map(std::optional<bool> wanted) {
-    return wanted.value_or(host_settings().turns_page_map_off()) ? 1 : 0;
+int page_map_argument(std::optional<bool> no_page_map) {
+    return no_page_map.value_or(host_settings().no_page_map()) ? 1 : 0;
 }
 
 } // namespace
@@ -47,18 +50,18 @@ Outcome print_report(const QByteArray& report, const PrintSetup& setup, JobWatch
         ready = check_setup_file_for(setup.printer);
     if (!ready.ok())
         return ready;
-    WorkPlace place;
-    ready = place.enter();
+    JobDirectory directory;
+    ready = directory.enter();
     if (!ready.ok())
         return ready;
     PsPrinter sheet;
-    const FontMeanwhile font(text_font(manager.get_columns(), manager.get_lines(), sheet));
-    const HeldErrors errors;
+    const ScopedDefaultFont font(text_font(manager.get_columns(), manager.get_lines(), sheet));
+    const StderrCapture capture;
     const int done =
         manager.print_rpt_page(nullptr, setup.printer.constData(), setup.copies, setup.collate,
-                               by_setup_file, no_page_map(setup.no_page_map));
-    return job_outcome(manager, done == 1, errors,
-                       directory_of(QFile::encodeName(place.file(QString()))));
+                               by_setup_file, page_map_argument(setup.no_page_map));
+    return job_outcome(manager, done == 1, capture,
+                       directory_of(QFile::encodeName(directory.path())));
 }
 
 Outcome serve_report(const QByteArray& report, const QByteArray& out, const PrintSetup& setup,
@@ -71,50 +74,49 @@ Outcome serve_report(const QByteArray& report, const QByteArray& out, const Prin
     if (!ready.ok())
         return ready;
     PendingFile pending;
-    if (!pending.open(absolute_path(out), out))
-        return Outcome::failure(pending.error());
-    WorkPlace place;
-    ready = place.enter();
+    ready = pending.open(absolute_path(out), out);
+    if (!ready.ok())
+        return ready;
+    JobDirectory directory;
+    ready = directory.enter();
     if (!ready.ok())
         return ready;
     // The library removes the setup file of a server job.
     const QString printers = setup.setup_file.isEmpty() ? get_prtbin_path() : setup.setup_file;
-    const QString copy = place.file(QStringLiteral("setup.bin"));
+    const QString copy = directory.file(QStringLiteral("setup.bin"));
     QFile original(printers);
     if (!original.copy(copy))
         return Outcome::failure(
             QFile::encodeName(printers + QStringLiteral(": ") + original.errorString()));
-    const QString result = place.file(QStringLiteral("report.ps"));
+    const QString result = directory.file(QStringLiteral("report.ps"));
     PsPrinter sheet;
-    const FontMeanwhile font(text_font(manager.get_columns(), manager.get_lines(), sheet));
-    const HeldErrors errors;
-    const int done = manager.print_serverrpt_page(setup.printer.constData(), setup.copies,
-                                                  setup.collate, no_page_map(setup.no_page_map),
-                                                  result, copy, QString(), QString());
-    Outcome printed = job_outcome(manager, done == 1, errors, QFile::encodeName(result));
+    const ScopedDefaultFont font(text_font(manager.get_columns(), manager.get_lines(), sheet));
+    const StderrCapture capture;
+    const int done = manager.print_serverrpt_page(
+        setup.printer.constData(), setup.copies, setup.collate,
+        page_map_argument(setup.no_page_map), result, copy, QString(), QString());
+    Outcome printed = job_outcome(manager, done == 1, capture, QFile::encodeName(result));
     if (printed.ok())
-        printed = pending.take_over(result);
-    if (!printed.ok())
-        return printed;
-    return pending.commit() ? Outcome::success() : Outcome::failure(pending.error());
+        printed = pending.append_file(result);
+    return printed.ok() ? pending.commit() : printed;
 }
 
-Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& watch, bool& chosen,
-                        std::optional<bool> page_map) {
+Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& watch, bool& accepted,
+                        std::optional<bool> no_page_map) {
     const JobReport input(report);
     CPrintMan manager;
     Outcome ready = prepare(manager, input, report, watch);
     if (!ready.ok())
         return ready;
-    // The dialog proposes and checks names from the directory of the user, and makes them absolute:
-    // the job goes to its own when he has accepted.
-    WorkPlace place;
-    std::optional<FontMeanwhile> font;
-    const auto accepted = [&] {
-        ready = place.enter();
+    // The dialog suggests and checks names relative to the user's directory, and makes them
+    // absolute; only then does the job go to its own directory.
+    JobDirectory directory;
+    std::optional<ScopedDefaultFont> font;
+    const auto enter_directory = [&] {
+        ready = directory.enter();
         return ready.ok();
     };
-    const PrintChoice choice(accepted, [&](const QPrinter& printer) {
+    const PrintDialogWatcher watcher(enter_directory, [&](const QPrinter& printer) {
         if (!prints_text(printer.printerName()))
             return;
         PsPrinter sheet;
@@ -122,11 +124,11 @@ Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& wat
         sheet.setPageOrientation(printer.pageLayout().orientation());
         font.emplace(text_font(manager.get_columns(), manager.get_lines(), sheet));
     });
-    const HeldErrors errors;
+    const StderrCapture capture;
     const int done =
-        manager.print_rpt_page(parent, nullptr, 1, 1, as_chosen, no_page_map(page_map));
-    chosen = done == 1 || !manager.last_job_ok() || !ready.ok();
-    return ready.ok() ? job_outcome(manager, done == 1 || !chosen, errors, {}) : ready;
+        manager.print_rpt_page(parent, nullptr, 1, 1, as_chosen, page_map_argument(no_page_map));
+    accepted = done == 1 || !manager.last_job_ok() || !ready.ok();
+    return ready.ok() ? job_outcome(manager, done == 1 || !accepted, capture, {}) : ready;
 }
 
 } // namespace host

@@ -12,22 +12,22 @@ namespace host {
 
 class JobWatch;
 
-/// What is printed where.
+/// How a report is printed on a printer of the setup file.
 struct PrintSetup {
-    QByteArray printer; ///< id of a printer of the setup file
+    QByteArray printer = {}; ///< its id
     int copies = 1;
-    bool collate = true; ///< the whole report again and again, not page by page
+    bool collate = true; ///< the whole report again and again instead of page by page
 
-    /// Whether automatic page formatting is off; as the settings say when it has no value.
+    /// Whether automatic page formatting is off; without a value as the settings say.
     std::optional<bool> no_page_map = std::nullopt;
 
-    /// What serve_report() finds the printer in; empty for the one that the settings name.
+    /// The setup file that serve_report() reads; empty for the one that the settings name.
     QString setup_file = {};
 };
 
-/// Prints the report file @p report on a printer of the setup file.
+/// Prints the report file @p report.
 ///
-/// @param watch may stop the job, which then is a failure
+/// @param watch may stop the job, which is a failure then
 Outcome print_report(const QByteArray& report, const PrintSetup& setup, JobWatch& watch);
 
 /// Prints it into the PostScript file @p out, as a server job. On failure or interruption @p out is
@@ -35,12 +35,12 @@ Outcome print_report(const QByteArray& report, const PrintSetup& setup, JobWatch
 Outcome serve_report(const QByteArray& report, const QByteArray& out, const PrintSetup& setup,
                      JobWatch& watch);
 
-/// Prints it where and in the font that the user chooses in two dialogs.
+/// Prints it on the printer and in the font that the user chooses in two dialogs.
 ///
 /// @param parent      of the dialogs
-/// @param chosen      receives whether the user went on to print
+/// @param accepted    set to false when the user cancelled a dialog, which is no failure
 /// @param no_page_map as in PrintSetup
-Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& watch, bool& chosen,
+Outcome print_as_chosen(const QByteArray& report, QWidget* parent, JobWatch& watch, bool& accepted,
                         std::optional<bool> no_page_map = std::nullopt);
 
 } // namespace host

@@ -5,27 +5,27 @@
 
 namespace host {
 
-/// A variable of the environment that has another value for a while, for the tools that are run
-/// meanwhile too. Of several for one variable the last goes first.
-class VariableMeanwhile {
+/// Sets a variable of the environment, for this process and the tools that it starts, and restores
+/// it when the object is destroyed. Several for one variable are destroyed in reverse order.
+class ScopedVariable {
 public:
-    VariableMeanwhile(const char* name, const QByteArray& value)
-        : name_(name), was_set_(qEnvironmentVariableIsSet(name)), was_(qgetenv(name)) {
+    ScopedVariable(const char* name, const QByteArray& value)
+        : name_(name), was_set_(qEnvironmentVariableIsSet(name)), earlier_(qgetenv(name)) {
         qputenv(name, value);
     }
-    ~VariableMeanwhile() {
+    ~ScopedVariable() {
         if (was_set_)
-            qputenv(name_, was_);
+            qputenv(name_, earlier_);
         else
             qunsetenv(name_);
     }
-    VariableMeanwhile(const VariableMeanwhile&) = delete;
-    VariableMeanwhile& operator=(const VariableMeanwhile&) = delete;
+    ScopedVariable(const ScopedVariable&) = delete;
+    ScopedVariable& operator=(const ScopedVariable&) = delete;
 
 private:
     const char* name_;
     bool was_set_;
-    QByteArray was_;
+    QByteArray earlier_;
 };
 
 } // namespace host

@@ -10,8 +10,8 @@ namespace host {
 
 namespace {
 
-/// Keeps the news of another font from the application, which would tell all windows.
-class KeepQuiet : public QObject {
+/// Keeps the event of another font from the application, which would pass it on to all windows.
+class FontChangeFilter : public QObject {
 protected:
     bool eventFilter(QObject* /*watched*/, QEvent* event) override {
         return event->type() == QEvent::ApplicationFontChange;
@@ -19,7 +19,7 @@ protected:
 };
 
 void set_quietly(const QFont& font) {
-    KeepQuiet filter;
+    FontChangeFilter filter;
     QCoreApplication::instance()->installEventFilter(&filter);
     QGuiApplication::setFont(font);
 }
@@ -32,10 +32,10 @@ bool prints_text(const QString& printer_name) {
 
 QFont text_font(int columns, int lines, QPaintDevice& sheet) {
     constexpr double step = 0.25;
-    constexpr double usual_size = 10;
+    constexpr double default_size = 10;
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setStyleHint(QFont::TypeWriter);
-    double size = font.pointSizeF() > 0 ? font.pointSizeF() : usual_size;
+    double size = font.pointSizeF() > 0 ? font.pointSizeF() : default_size;
     const auto fits = [&] {
         font.setPointSizeF(size);
         const QFontMetrics metrics(font, &sheet);
@@ -47,12 +47,12 @@ QFont text_font(int columns, int lines, QPaintDevice& sheet) {
     return font;
 }
 
-FontMeanwhile::FontMeanwhile(const QFont& font) : before_(QGuiApplication::font()) {
+ScopedDefaultFont::ScopedDefaultFont(const QFont& font) : earlier_(QGuiApplication::font()) {
     set_quietly(font);
 }
 
-FontMeanwhile::~FontMeanwhile() {
-    set_quietly(before_);
+ScopedDefaultFont::~ScopedDefaultFont() {
+    set_quietly(earlier_);
 }
 
 } // namespace host

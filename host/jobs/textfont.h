@@ -6,24 +6,24 @@ class QPaintDevice;
 
 namespace host {
 
-/// Whether the library prints the plain text of a report on a printer of that name.
+/// Whether the library prints a report as plain text on a printer of that name.
 bool prints_text(const QString& printer_name);
 
-/// The system's font of fixed width, at its own size or at one so small that a page of @p columns x
-/// @p lines fits on @p sheet, but at least one point.
+/// The system's fixed-width font, at its own size or at a smaller one, but not below one point, at
+/// which a page of @p columns x @p lines fits on @p sheet.
 QFont text_font(int columns, int lines, QPaintDevice& sheet);
 
-/// While it lives that is the font of every painter that was given none: the library prints plain
-/// text in it. Windows keep theirs.
-class FontMeanwhile {
+/// Makes a font the application's while the object exists: the library prints plain text in it.
+/// Open windows keep theirs.
+class ScopedDefaultFont {
 public:
-    explicit FontMeanwhile(const QFont& font);
-    ~FontMeanwhile();
-    FontMeanwhile(const FontMeanwhile&) = delete;
-    FontMeanwhile& operator=(const FontMeanwhile&) = delete;
+    explicit ScopedDefaultFont(const QFont& font);
+    ~ScopedDefaultFont();
+    ScopedDefaultFont(const ScopedDefaultFont&) = delete;
+    ScopedDefaultFont& operator=(const ScopedDefaultFont&) = delete;
 
 private:
-    QFont before_;
+    QFont earlier_;
 };
 
 } // namespace host

@@ -1,8 +1,8 @@
 #include "host/jobs/textjob.h"
 
-#include "host/files/pendingfile.h"
-#include "host/jobs/jobwatch.h"
-#include "host/jobs/report.h"
+#include "host/files/paths.h"
+#include "host/jobs/jobreport.h"
+#include "host/jobs/openreport.h"
 
 #include <printman/printman.h>
 
@@ -11,15 +11,13 @@
 namespace host {
 
 Outcome make_text(const QByteArray& report, const QByteArray& out, JobWatch& watch) {
-    // The library would write to another name.
     if (!is_text(out))
-        return Outcome::failure("cannot write " + out +
-                                ": The name is not valid in the locale's encoding");
+        return Outcome::failure("cannot write " + out + ": " + not_text);
     CPrintMan manager;
     Outcome opened = open_report(manager, report);
     if (!opened.ok())
         return opened;
-    manager.set_progress([&watch](int done, int total) { return watch.pages_done(done, total); });
+    watch_pages(manager, watch);
     if (manager.write_rpt_text(out.constData()) != 1)
         return Outcome::failure("cannot write " + out + ": " +
                                 QFile::encodeName(manager.last_job_error()));

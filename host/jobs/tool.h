@@ -9,29 +9,35 @@
 
 namespace host {
 
+/// The path of the program @p name; empty when it is not on PATH.
+QString find_tool(const char* name);
+
+/// Whether the program @p name is on PATH; the failure names the Debian package that has it.
+Outcome check_tool(const char* name, const char* package);
+
 /// Runs the program at @p path without a shell, with nothing on its standard input, and waits for
-/// it. It and what it started are ended when the user interrupts, and with this program.
+/// it. It and its children are killed when the user interrupts, and when this program ends.
 ///
-/// @param directory its working directory
-/// @param goes_on   asked some twenty times a second; false ends the tool. May be empty.
-/// @return a failure that says what the tool's end was and the first line of what it wrote
+/// @param directory  its working directory
+/// @param keep_going called some twenty times a second; false kills the tool. May be empty.
+/// @return a failure says how the tool ended and has the first line of its output
 Outcome run_tool(const QString& path, const QStringList& arguments, const QString& directory,
-                 const std::function<bool()>& goes_on = {});
+                 const std::function<bool()>& keep_going = {});
 
-/// The first line that a tool wrote, cut to what can be told. Where it ends with a colon the next
-/// one belongs to it, and a third that is indented. The library's own lines begin with "printman: "
-/// and are none of the tool's.
-QByteArray first_words(const QByteArray& said);
+/// The first line of a tool's output, cut to what fits an error message. After a colon the next
+/// line belongs to it, and a third one that is indented. Lines that begin with "printman: " are the
+/// library's own and are left out.
+QByteArray first_words(const QByteArray& output);
 
-/// How a tool ended that did not succeed.
-struct ToolEnd {
+/// The result of a tool that failed.
+struct ToolResult {
     QByteArray name;
     int status = 0; ///< exit status, or the signal's number
     bool killed = false;
-    QByteArray said; ///< what it wrote
+    QByteArray output;
 };
 
-/// Tells that end in one line.
-QByteArray describe(const ToolEnd& end);
+/// An error message for it, in one line.
+QByteArray describe(const ToolResult& result);
 
 } // namespace host

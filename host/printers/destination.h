@@ -8,9 +8,12 @@ namespace host {
 
 class Settings;
 
-/// Where the last report went, from section "destination" of dlwmenu.ini. What is missing there or
-/// makes no sense is as in a first record: to the screen, local printing on @p station_printer, one
-/// copy, collated. The environment has no say in it.
+/// What PrintDest::dest says.
+enum Destination { to_screen = 1, to_printer = 2, to_file = 3 };
+
+/// The last destination, from section "destination" of dlwmenu.ini. What is missing there or is
+/// invalid has its default: to the screen, local printing on @p station_printer, one copy,
+/// collated. Environment variables have no effect on it.
 PrintDest read_destination(const Settings& settings, const QByteArray& station_printer);
 
 /// Keeps the record there, as Settings::keep() does.
@@ -22,7 +25,7 @@ bool keep_destination(Settings& settings, const PrintDest& record);
 QByteArray printer_of(const PrintDest& record);
 QByteArray path_of(const PrintDest& record);
 
-/// By what the printer id file knows this workstation: the setting STATION, or the host's name.
+/// The key of this workstation in the printer id file: the setting STATION, or the host's name.
 QByteArray station_key(const Settings& settings);
 
 } // namespace host

@@ -15,20 +15,20 @@ namespace host {
 
 class Settings;
 
-/// The printers that this host prints on as its own server, from the settings directory: those that
-/// it defines itself, font and sheet and all, in dlwserver.ini, and the queues of the system in
-/// dlwunix.ini. Where there is one of the latter the library offers those and not the others.
+/// The printers on which this host prints as its own server, from the settings directory: those
+/// that it defines itself, with font and paper, in dlwserver.ini, and the queues of the system in
+/// dlwunix.ini. Where there is any of the latter the library offers only those.
 class HostPrinters {
 public:
     std::vector<printman::SetupRecord> defined;
     std::vector<LocalPrinter> local;
 
-    /// What keeps a list from being read, one fault a list; such a list is empty.
-    QList<QByteArray> faults;
+    /// The errors of the lists that cannot be read, one for each; such a list is empty.
+    QList<QByteArray> errors;
 
     static HostPrinters read(const Settings& settings);
 
-    /// Hands both lists to a manager that has none so far. Texts are cut to their fields.
+    /// Hands both lists to a manager that has none yet. Texts are cut to their fields.
     void hand_to(CPrintMan& manager) const;
 
     bool empty() const { return defined.empty() && local.empty(); }
@@ -37,14 +37,14 @@ public:
     bool same_as(const HostPrinters& other) const;
 };
 
-/// A printer of a server job: how its pages look, and the spooler's queue that gets them.
+/// A printer of a server job: the page setup, and the spooler's queue that gets the pages.
 struct ServerPrinter {
     printman::SetupRecord setup;
     QByteArray queue;
 };
 
-/// The printer of that id: a queue of the system, with font and sheet of the defined printer of the
-/// same id, else the usual ones; or a defined printer.
+/// The printer of that id: a queue of the system, with font and paper of the defined printer of the
+/// same id, else the default ones; or a defined printer.
 std::optional<ServerPrinter> find_server_printer(const HostPrinters& printers,
                                                  const QByteArray& id);
 

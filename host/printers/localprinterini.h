@@ -18,12 +18,11 @@ struct LocalPrinter {
     bool operator==(const LocalPrinter&) const = default;
 };
 
-/// Reads a list of printers: a section a printer, by its id, with lines KEY=value. Comments begin
-/// with ';' or '#', blanks around names and values do not count, nor does the case of keys. An id
-/// is cut to its length; a printer without a port has the queue of its id.
+/// Reads a list of printers as read_sections() does. An id is cut to its length; a printer without
+/// a port has the queue of its id.
 ///
-/// @param file     what the text is called where faults are told, "file:line: what"
-/// @param printers receives the printers in the text's order, none of an empty one; unchanged on
+/// @param file     the name of the text in error messages, "file:line: error"
+/// @param printers receives the printers in the text's order, none of an empty text; unchanged on
 ///                 failure
 Outcome read_local_printers(const QByteArray& text, const QByteArray& file,
                             std::vector<LocalPrinter>& printers);

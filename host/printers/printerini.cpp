@@ -1,16 +1,14 @@
 #include "host/printers/printerini.h"
 
-#include "host/jobs/pagesetup.h"
-#include "host/printers/sectionline.h"
+#include "host/printers/paper.h"
+#include "host/printers/recordfield.h"
+#include "host/printers/sectionreader.h"
 #include "host/settings/numbers.h"
 
 #include <printman/toolkit/pagesizes.h>
 
-#include <QList>
-
+#include <algorithm>
 #include <array>
-#include <cstring>
-#include <iterator>
 
 namespace host {
 
@@ -18,26 +16,26 @@ namespace {
 
 using Record = printman::SetupRecord;
 
-constexpr int most_lines = 32767;
-constexpr int most_points = 2000;
+constexpr int max_line = 32767;
+constexpr int max_points = 2000;
 constexpr int normal_weight = 50; // on the scale of 0 to 99
 constexpr int bold_weight = 75;
 
-/// Reads a value into a record: empty, or what it should be.
+/// Reads a value into a record. Like the functions below it returns what was expected instead of
+/// the value, an empty text when the value is valid.
 using ReadValue = QByteArray (*)(const QByteArray& value, Record& record);
 
 template <size_t N>
-QByteArray put(const QByteArray& text, char (&field)[N]) {
+QByteArray read_text(const QByteArray& text, char (&field)[N]) {
     if (text.isEmpty())
         return "a text";
     if (text.size() >= static_cast<qsizetype>(N))
         return "a text of at most " + QByteArray::number(static_cast<qlonglong>(N - 1)) + " bytes";
-    std::memset(field, 0, N);
-    std::memcpy(field, text.constData(), static_cast<size_t>(text.size()));
+    set_field(field, text);
     return {};
 }
 
-QByteArray put_number(const QByteArray& text, int low, int high, int32_t& number) {
+QByteArray read_number(const QByteArray& text, int low, int high, int32_t& number) {
     const auto read = parse_whole(text, low, high);
     if (!read)
         return "a whole number from " + QByteArray::number(low) + " to " + QByteArray::number(high);
@@ -54,7 +52,7 @@ std::optional<bool> parse_flag(const QByteArray& text) {
     return std::nullopt;
 }
 
-QByteArray put_flag(const QByteArray& text, uint8_t& flag) {
+QByteArray read_flag(const QByteArray& text, uint8_t& flag) {
     const auto read = parse_flag(text);
     if (!read)
         return "yes or no";
@@ -62,7 +60,7 @@ QByteArray put_flag(const QByteArray& text, uint8_t& flag) {
     return {};
 }
 
-QByteArray put_paper(const QByteArray& text, Record& record) {
+QByteArray read_paper(const QByteArray& text, Record& record) {
     const auto number = parse_whole(text, 0, printman::page_size_count - 1);
     const auto paper = number ? number : paper_number(text);
     if (!paper)
@@ -71,7 +69,7 @@ QByteArray put_paper(const QByteArray& text, Record& record) {
     return {};
 }
 
-QByteArray put_orientation(const QByteArray& text, Record& record) {
+QByteArray read_orientation(const QByteArray& text, Record& record) {
     const QByteArray word = text.toLower();
     if (word != "portrait" && word != "landscape")
         return "portrait or landscape";
@@ -79,7 +77,7 @@ QByteArray put_orientation(const QByteArray& text, Record& record) {
     return {};
 }
 
-QByteArray put_margins(const QByteArray& text, Record& record) {
+QByteArray read_margins(const QByteArray& text, Record& record) {
     const auto margins = parse_margins(text);
     if (!margins)
         return "top,bottom,left,right in inches, each from 0 to 100";
@@ -90,10 +88,10 @@ QByteArray put_margins(const QByteArray& text, Record& record) {
     return {};
 }
 
-QByteArray put_page_line(const QByteArray& text, Record& record, int32_t& line) {
-    QByteArray wrong = put_number(text, 0, most_lines, line);
+QByteArray read_page_line(const QByteArray& text, Record& record, int32_t& line) {
+    QByteArray expected = read_number(text, 0, max_line, line);
     record.page.use_default_page_length = 1;
-    return wrong;
+    return expected;
 }
 
 struct Key {
@@ -102,15 +100,15 @@ struct Key {
 };
 
 const std::array keys{
-    Key{"name", [](const QByteArray& v, Record& r) { return put(v, r.printer_name); }},
+    Key{"name", [](const QByteArray& v, Record& r) { return read_text(v, r.printer_name); }},
     Key{"font",
         [](const QByteArray& v, Record& r) {
-            const QByteArray wrong = put(v, r.font_name);
-            return wrong.isEmpty() ? put(v, r.font.log_font.face_name) : wrong;
+            const QByteArray expected = read_text(v, r.font_name);
+            return expected.isEmpty() ? read_text(v, r.font.log_font.face_name) : expected;
         }},
-    Key{"style", [](const QByteArray& v, Record& r) { return put(v, r.font.style_name); }},
+    Key{"style", [](const QByteArray& v, Record& r) { return read_text(v, r.font.style_name); }},
     Key{"size", [](const QByteArray& v,
-                   Record& r) { return put_number(v, 1, most_points, r.font.point_size); }},
+                   Record& r) { return read_number(v, 1, max_points, r.font.point_size); }},
     Key{"bold",
         [](const QByteArray& v, Record& r) {
             const auto bold = parse_flag(v);
@@ -119,136 +117,108 @@ const std::array keys{
             return bold ? QByteArray() : QByteArray("yes or no");
         }},
     Key{"weight", [](const QByteArray& v,
-                     Record& r) { return put_number(v, 0, 99, r.font.log_font.weight); }},
+                     Record& r) { return read_number(v, 0, 99, r.font.log_font.weight); }},
     Key{"italic",
-        [](const QByteArray& v, Record& r) { return put_flag(v, r.font.log_font.italic); }},
+        [](const QByteArray& v, Record& r) { return read_flag(v, r.font.log_font.italic); }},
     Key{"underline",
-        [](const QByteArray& v, Record& r) { return put_flag(v, r.font.log_font.underline); }},
+        [](const QByteArray& v, Record& r) { return read_flag(v, r.font.log_font.underline); }},
     Key{"strikeout",
-        [](const QByteArray& v, Record& r) { return put_flag(v, r.font.log_font.strike_out); }},
-    Key{"paper", put_paper},
-    Key{"orientation", put_orientation},
-    Key{"margins", put_margins},
+        [](const QByteArray& v, Record& r) { return read_flag(v, r.font.log_font.strike_out); }},
+    Key{"paper", read_paper},
+    Key{"orientation", read_orientation},
+    Key{"margins", read_margins},
     Key{"page_length",
-        [](const QByteArray& v, Record& r) { return put_page_line(v, r, r.page.page_length); }},
+        [](const QByteArray& v, Record& r) { return read_page_line(v, r, r.page.page_length); }},
     Key{"first_line",
-        [](const QByteArray& v, Record& r) { return put_page_line(v, r, r.page.first_line); }},
+        [](const QByteArray& v, Record& r) { return read_page_line(v, r, r.page.first_line); }},
     Key{"last_line",
-        [](const QByteArray& v, Record& r) { return put_page_line(v, r, r.page.last_line); }},
+        [](const QByteArray& v, Record& r) { return read_page_line(v, r, r.page.last_line); }},
 };
 
-/// Reads a description line by line.
-class Reader {
+/// Collects the printers of a description.
+class PrinterCollector : public SectionHandler {
 public:
-    /// @return empty, or what is wrong with the line, or with the printer that it ends
-    QByteArray read(const QByteArray& raw);
-
-    /// @return empty, or what is wrong with the last printer
-    QByteArray finish() { return records.empty() ? QByteArray() : end_printer(); }
+    QByteArray start_section(const QByteArray& name) override;
+    QByteArray read_entry(const QByteArray& key, const QByteArray& value) override;
+    QByteArray end_section() override;
+    QByteArray common_key(const QByteArray& key) const override {
+        return key == "bold" ? "weight" : key;
+    }
 
     std::vector<Record> records;
-    qlonglong line = 0; ///< read last, from 1; after a fault, where it is
 
 private:
-    QByteArray start_printer(const QByteArray& id);
-    QByteArray end_printer();
-    QByteArray read_entry(const QByteArray& name, const QByteArray& value);
-
-    QList<QByteArray> seen_;     ///< keys of the printer
-    qlonglong section_line_ = 0; ///< where the printer begins
+    bool has_first_line_ = false; ///< the printer at hand
+    bool has_last_line_ = false;
 };
 
-QByteArray Reader::read(const QByteArray& raw) {
-    ++line;
-    const SectionLine read = SectionLine::read(raw);
-    if (!read.wrong.isEmpty() || read.kind == SectionLine::nothing)
-        return read.wrong;
-    if (read.kind == SectionLine::entry)
-        return read_entry(read.name, read.value);
-    const QByteArray wrong = finish();
-    return wrong.isEmpty() ? start_printer(read.name) : wrong;
-}
-
-QByteArray Reader::start_printer(const QByteArray& id) {
+QByteArray PrinterCollector::start_section(const QByteArray& name) {
     for (const Record& record : records) {
-        if (id == record.printer_id)
-            return "there is a printer '" + id + "' already";
+        if (name == record.printer_id)
+            return "there is already a printer '" + name + '\'';
     }
-    Record fresh{};
-    fresh.in_use = 1;
-    fresh.font.point_size = 12;
-    fresh.font.log_font.weight = normal_weight;
-    put("Courier New", fresh.font_name);
-    put("Courier New", fresh.font.log_font.face_name);
-    const QByteArray wrong = put(id, fresh.printer_id);
-    if (!wrong.isEmpty())
-        return "the id in [] must be " + wrong;
-    seen_.clear();
-    section_line_ = line;
+    Record fresh = default_printer();
+    const QByteArray error = read_text(name, fresh.printer_id);
+    if (!error.isEmpty())
+        return "the id in [] must be " + error;
+    has_first_line_ = false;
+    has_last_line_ = false;
     records.push_back(fresh);
     return {};
 }
 
-QByteArray Reader::end_printer() {
+QByteArray PrinterCollector::end_section() {
     const Record& record = records.back();
     const MarginInfo& margins = record.margins;
     QSizeF inches = printman::page_size_of(record.devmode.paper_size).size(QPageSize::Inch);
     if (record.devmode.orientation == 1)
         inches.transpose();
-    const bool fits = leave_room({.top = margins.top,
-                                  .left = margins.left,
-                                  .bottom = margins.bottom,
-                                  .right = margins.right},
-                                 inches);
-    const PageInfo& page = record.page;
-    const bool is_upside_down = seen_.contains("first_line") && seen_.contains("last_line") &&
-                                page.last_line < page.first_line;
-    if (*record.printer_name && fits && !is_upside_down)
-        return {};
-    line = section_line_;
-    return !*record.printer_name ? QByteArray("the printer needs a name")
-           : !fits               ? QByteArray("the margins leave no room on the paper")
-                                 : QByteArray("the last line comes before the first line");
+    if (!*record.printer_name)
+        return "the printer needs a name";
+    if (!leave_room({.top = margins.top,
+                     .left = margins.left,
+                     .bottom = margins.bottom,
+                     .right = margins.right},
+                    inches))
+        return "the margins leave no room on the paper";
+    const bool is_upside_down =
+        has_first_line_ && has_last_line_ && record.page.last_line < record.page.first_line;
+    return is_upside_down ? "the last line comes before the first line" : QByteArray();
 }
 
-QByteArray Reader::read_entry(const QByteArray& name, const QByteArray& value) {
-    if (records.empty())
-        return "a key stands before the first section";
-    for (const Key& key : keys) {
-        if (name != key.name)
-            continue;
-        const bool is_weight = name == "weight" || name == "bold";
-        if (seen_.contains(is_weight ? QByteArray("weight") : name))
-            return name + " is given twice";
-        seen_ << (is_weight ? QByteArray("weight") : name);
-        const QByteArray wanted = key.read(value, records.back());
-        return wanted.isEmpty() ? QByteArray()
-                                : name + " needs " + wanted + ", not '" + value + '\'';
-    }
-    return "there is no key '" + name + '\'';
+QByteArray PrinterCollector::read_entry(const QByteArray& key, const QByteArray& value) {
+    const auto* const found =
+        std::ranges::find_if(keys, [&key](const Key& known) { return key == known.name; });
+    if (found == keys.end())
+        return "unknown key '" + key + '\'';
+    has_first_line_ = has_first_line_ || key == "first_line";
+    has_last_line_ = has_last_line_ || key == "last_line";
+    const QByteArray expected = found->read(value, records.back());
+    return expected.isEmpty() ? QByteArray()
+                              : key + " needs " + expected + ", not '" + value + '\'';
 }
 
 } // namespace
 
+Record default_printer() {
+    Record record{};
+    record.in_use = 1;
+    record.font.point_size = 12;
+    record.font.log_font.weight = normal_weight;
+    set_field(record.font_name, "Courier New");
+    set_field(record.font.log_font.face_name, "Courier New");
+    return record;
+}
+
 Outcome read_printers(const QByteArray& text, const QByteArray& file,
                       std::vector<printman::SetupRecord>& records) {
-    Reader reader;
-    const auto fault = [&](const QByteArray& what) {
-        return Outcome::failure(file + ':' + QByteArray::number(reader.line) + ": " + what);
-    };
-    const QByteArray byte_order_mark("\xef\xbb\xbf");
-    const qsizetype start = text.startsWith(byte_order_mark) ? byte_order_mark.size() : 0;
-    for (const QByteArray& line : text.mid(start).split('\n')) {
-        const QByteArray wrong = reader.read(line);
-        if (!wrong.isEmpty())
-            return fault(wrong);
-    }
-    const QByteArray wrong = reader.finish();
-    if (!wrong.isEmpty())
-        return fault(wrong);
-    if (reader.records.empty())
-        return Outcome::failure(file + ": it describes no printer");
-    records = std::move(reader.records);
+    PrinterCollector collector;
+    Outcome read = read_sections(text, file, collector);
+    if (!read.ok())
+        return read;
+    if (collector.records.empty())
+        return Outcome::failure(file + ": no printer is described");
+    records = std::move(collector.records);
     return Outcome::success();
 }
 

@@ -8,10 +8,12 @@
 
 namespace host {
 
-/// Reads a description of printers: a section a printer, by its id, with lines KEY=value. Comments
-/// begin with ';' or '#', blanks around names and values do not count, nor does the case of keys.
+/// A printer in the default font, without a name.
+printman::SetupRecord default_printer();
+
+/// Reads a description of printers: a list as read_sections() reads it.
 ///
-/// @param file    what the text is called where faults are told, "file:line: what"
+/// @param file    the name of the text in error messages, "file:line: error"
 /// @param records receives the printers in the text's order; unchanged on failure
 Outcome read_printers(const QByteArray& text, const QByteArray& file,
                       std::vector<printman::SetupRecord>& records);

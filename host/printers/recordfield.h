@@ -7,16 +7,16 @@
 
 namespace host {
 
-/// Puts a text into a fixed field of a record, cut to what fits with its end.
+/// Sets a fixed field of a record to a text, cut to what fits with a terminating zero byte.
 template <size_t N>
-void put(char (&field)[N], const QByteArray& text) {
+void set_field(char (&field)[N], const QByteArray& text) {
     std::memset(field, 0, N);
     std::memcpy(field, text.constData(), std::min(static_cast<size_t>(text.size()), N - 1));
 }
 
-/// The text in a fixed field, which need not have an end.
+/// The text in a fixed field, which need not be terminated.
 template <size_t N>
-QByteArray text_of(const char (&field)[N]) {
+QByteArray field_text(const char (&field)[N]) {
     return {field, static_cast<qsizetype>(qstrnlen(field, N))};
 }
 

@@ -12,9 +12,9 @@ struct SectionLine {
     Kind kind = nothing;
     QByteArray name;  ///< of the section, or the key in small letters
     QByteArray value; ///< of an entry
-    QByteArray wrong; ///< what is, when it is none of these
+    QByteArray error; ///< the error, if the line cannot be parsed
 
-    /// Blanks around names and values do not count.
+    /// Blanks around names and values are ignored.
     static SectionLine read(const QByteArray& raw);
 };
 

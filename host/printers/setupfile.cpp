@@ -1,7 +1,8 @@
 #include "host/printers/setupfile.h"
 
+#include "host/files/inputfile.h"
+#include "host/files/paths.h"
 #include "host/files/pendingfile.h"
-#include "host/jobs/report.h"
 #include "host/settings/settings.h"
 
 #include <cerrno>
@@ -10,15 +11,14 @@
 namespace host {
 
 QByteArray setup_file_path() {
-    return host_settings().value("dlwmenu.ini", "env", "PRTINI").value_or(QByteArray()) +
-           "/PRTSETUP.BIN";
+    return host_settings().variable("PRTINI") + "/PRTSETUP.BIN";
 }
 
 Outcome check_setup_file() {
     const QByteArray path = setup_file_path();
     // The library would look for another name.
     if (!is_text(path))
-        return Outcome::failure(path + ": The name is not valid in the locale's encoding");
+        return Outcome::failure(path + ": " + not_text);
     struct stat status {};
     const bool is_empty =
         ::stat(path.constData(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size == 0;
@@ -30,16 +30,18 @@ Outcome check_setup_file_for(const QByteArray& id) {
     struct stat status {};
     if (::stat(path.constData(), &status) != 0 && (errno == ENOENT || errno == ENOTDIR))
         return Outcome::failure(printer_not_found(id) + ": " + path +
-                                " does not exist; printman printers --make makes one");
+                                " does not exist; printman printers --make creates it");
     return check_setup_file();
 }
 
 Outcome write_setup_file(const QByteArray& path, std::span<const printman::SetupRecord> printers) {
     const std::string bytes = printman::setup_file_bytes(printers);
     PendingFile pending;
-    return pending.open(path) && pending.write(QByteArray::fromStdString(bytes)) && pending.commit()
-               ? Outcome::success()
-               : Outcome::failure(pending.error());
+    Outcome opened = pending.open(path);
+    if (!opened.ok())
+        return opened;
+    pending.write(QByteArray::fromStdString(bytes));
+    return pending.commit();
 }
 
 QByteArray printer_not_found(const QByteArray& id) {

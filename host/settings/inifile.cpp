@@ -42,18 +42,18 @@ bool fits_a_line(const QByteArray& text) {
 
 } // namespace
 
-/// Where a key stands, or where it would be put: byte positions in the file, -1 for none.
+/// Where a key is, or where it would be added: byte positions in the file, -1 for none.
 struct IniFile::Place {
     qsizetype entry_start = -1; ///< the line that holds the key
     qsizetype entry_end = -1;   ///< its end, before the line end
     QByteArray value;
-    qsizetype section_end = -1; ///< behind the last line of the section that is not blank
+    qsizetype section_end = -1; ///< after the last line of the section that is not blank
 };
 
 IniFile::Place IniFile::find(const QByteArray& section, const QByteArray& key) const {
     Place place;
     bool inside = section.isEmpty();
-    bool first_stretch = inside;
+    bool first_part = inside;
     if (inside)
         place.section_end = 0;
     for (qsizetype start = 0; start < bytes_.size();) {
@@ -66,9 +66,9 @@ IniFile::Place IniFile::find(const QByteArray& section, const QByteArray& key) c
         const Line line = parse_line(bytes_.mid(start, end - start));
         if (line.kind == Kind::section) {
             inside = same_name(line.name, section) && !section.isEmpty();
-            first_stretch = inside && place.section_end < 0;
+            first_part = inside && place.section_end < 0;
         }
-        if (first_stretch && line.kind != Kind::blank)
+        if (first_part && line.kind != Kind::blank)
             place.section_end = next;
         if (inside && line.kind == Kind::entry && same_name(line.name, key)) {
             place.entry_start = start;

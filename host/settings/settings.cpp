@@ -1,40 +1,34 @@
 #include "host/settings/settings.h"
 
+#include "host/files/inputfile.h"
+#include "host/files/paths.h"
 #include "host/files/pendingfile.h"
-#include "host/jobs/report.h"
 #include "host/settings/inifile.h"
+#include "host/settings/numbers.h"
 
 #include <QDir>
 #include <QFile>
 
 #include <algorithm>
-#include <array>
+#include <cerrno>
 #include <cstdlib>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace host {
 
 namespace {
 
-// Nobody writes settings of this size: a larger file is something else.
-constexpr off_t max_file_size = 16 * 1024 * 1024;
+// A larger file is not one of settings.
+constexpr qint64 max_file_size = 16 * 1024 * 1024;
 
 enum class ReadResult { ok, missing, unusable };
 
 ReadResult read_file(const QByteArray& path, QByteArray& bytes) {
-    const int fd = ::open(path.constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (fd < 0)
-        return errno == ENOENT || errno == ENOTDIR ? ReadResult::missing : ReadResult::unusable;
-    struct stat status {};
     QFile file;
-    const bool usable =
-        ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode) && status.st_size <= max_file_size;
-    if (!usable || !file.open(fd, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle)) {
-        ::close(fd);
+    const int error = open_regular_file(path, file);
+    if (error == ENOENT || error == ENOTDIR)
+        return ReadResult::missing;
+    if (error != 0 || file.size() > max_file_size)
         return ReadResult::unusable;
-    }
     bytes = file.read(max_file_size);
     return file.error() == QFileDevice::NoError ? ReadResult::ok : ReadResult::unusable;
 }
@@ -46,7 +40,7 @@ std::optional<QByteArray> environment_value(const QByteArray& key) {
     return QByteArray(value);
 }
 
-/// Names are told apart as IniFile tells them apart.
+/// The key of a value that is not stored. The same names are equal here as in an IniFile.
 QByteArray place_of(const QByteArray& file, const QByteArray& section, const QByteArray& key) {
     return file + '\0' + section.trimmed().toLower() + '\0' + key.trimmed().toLower();
 }
@@ -65,7 +59,7 @@ Outcome Settings::read(const QByteArray& file, QByteArray& bytes) const {
     if (read_file(path, bytes) != ReadResult::unusable)
         return Outcome::success();
     Outcome readable = check_input(path);
-    return readable.ok() ? Outcome::failure(path + ": It cannot be read as a settings file")
+    return readable.ok() ? Outcome::failure(path + ": The file cannot be read as a settings file")
                          : readable;
 }
 
@@ -97,13 +91,16 @@ std::optional<QByteArray> Settings::value(const QByteArray& file, const QByteArr
     return key == "PRTINI" ? printer_directory(value) : value;
 }
 
-bool Settings::turns_page_map_off() const {
-    const auto text = value("dlwmenu.ini", "env", "NOPAGEMAP");
-    return text && (text->startsWith('y') || text->startsWith('Y'));
+QByteArray Settings::variable(const QByteArray& key) const {
+    return value(menu_file, environment_section, key).value_or(QByteArray());
 }
 
-bool Settings::store_all(const QByteArray& file, const QByteArray& section,
-                         const QList<Setting>& values) const {
+bool Settings::no_page_map() const {
+    return variable("NOPAGEMAP").toLower().startsWith('y');
+}
+
+bool Settings::store(const QByteArray& file, const QByteArray& section,
+                     const QList<Setting>& values) const {
     if (file.isEmpty())
         return false;
     const QByteArray path = path_of(file);
@@ -118,7 +115,7 @@ bool Settings::store_all(const QByteArray& file, const QByteArray& section,
     if (!make_directory_of(path))
         return false;
     PendingFile pending;
-    return pending.open(path) && pending.write(ini.bytes()) && pending.commit();
+    return pending.open(path).ok() && pending.write(ini.bytes()) && pending.commit().ok();
 }
 
 bool Settings::keep(const QByteArray& file, const QByteArray& section,
@@ -129,7 +126,7 @@ bool Settings::keep(const QByteArray& file, const QByteArray& section,
     });
     if (!can_hold)
         return false;
-    const bool stored = store_all(file, section, values);
+    const bool stored = store(file, section, values);
     if (stored)
         forget(file, section, values);
     else
@@ -150,33 +147,33 @@ void Settings::forget(const QByteArray& file, const QByteArray& section,
 }
 
 std::optional<Colour> parse_colour(const QByteArray& text) {
-    const QList<QByteArray> parts = text.split(',');
-    if (parts.size() != 3)
-        return std::nullopt;
-    std::array<int, 3> numbers{};
-    for (size_t i = 0; i < numbers.size(); ++i) {
+    const auto numbers = parse_list<3>(text, [](const QByteArray& part) {
         bool ok = false;
-        numbers[i] = std::clamp(parts.at(static_cast<qsizetype>(i)).trimmed().toInt(&ok), 0, 255);
-        if (!ok)
-            return std::nullopt;
-    }
-    return Colour{numbers[0], numbers[1], numbers[2]};
+        const int number = std::clamp(part.toInt(&ok), 0, 255);
+        return ok ? std::optional(number) : std::nullopt;
+    });
+    return numbers ? std::optional(Colour{(*numbers)[0], (*numbers)[1], (*numbers)[2]})
+                   : std::nullopt;
 }
 
 Colour Settings::colour(const QByteArray& key) const {
-    if (const auto text = kept_value("dlwmenu.ini", "color", key)) {
+    if (const auto text = kept_value(menu_file, "color", key)) {
         if (const auto colour = parse_colour(*text))
             return *colour;
     }
     return key == "KRV_COLOR_SBG" ? Colour{255, 255, 255} : Colour{};
 }
 
-QByteArray default_settings_directory() {
-    const auto config = environment_value("XDG_CONFIG_HOME");
-    if (config && config->startsWith('/'))
-        return *config + "/printman";
+QByteArray user_directory(const char* variable, const QByteArray& below_home) {
+    const auto named = environment_value(variable);
+    if (named && named->startsWith('/'))
+        return *named + "/printman";
     const auto home = environment_value("HOME");
-    return (home ? *home : QFile::encodeName(QDir::homePath())) + "/.config/printman";
+    return (home ? *home : QFile::encodeName(QDir::homePath())) + '/' + below_home + "/printman";
+}
+
+QByteArray default_settings_directory() {
+    return user_directory("XDG_CONFIG_HOME", ".config");
 }
 
 Settings& host_settings() {

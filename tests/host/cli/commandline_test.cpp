@@ -14,8 +14,8 @@ host::CommandLine parse(std::initializer_list<const char*> words) {
 
 QByteArray problem(std::initializer_list<const char*> words) {
     const CommandLine line = parse(words);
-    EXPECT_EQ(line.problem.status, host::Outcome::usage);
-    return line.problem.message;
+    EXPECT_EQ(line.error.status, host::Outcome::usage);
+    return line.error.message;
 }
 
 class CommandLineProgram : public ProgramTest {};
@@ -34,7 +34,7 @@ TEST(CommandLineArguments, SettingsStandBeforeOrBehindTheCommand) {
 
 TEST(CommandLineArguments, OperandsAndOptionsKeepTheirBytes) {
     const CommandLine line = parse({"pdf", "--title", "\xff\xc3\xa4 \"x\"", "a b\n\x80", "it's"});
-    ASSERT_TRUE(line.problem.ok());
+    ASSERT_TRUE(line.error.ok());
     EXPECT_STREQ(line.command->name, "pdf");
     EXPECT_EQ(line.arguments.operand(0), "a b\n\x80");
     EXPECT_EQ(line.arguments.operand(1), "it's");
@@ -45,27 +45,27 @@ TEST(CommandLineArguments, OperandsAndOptionsKeepTheirBytes) {
 
 TEST(CommandLineArguments, NamesMayBeginWithADash) {
     const CommandLine line = parse({"text", "--", "-r.rpt", "--out"});
-    ASSERT_TRUE(line.problem.ok());
+    ASSERT_TRUE(line.error.ok());
     EXPECT_EQ(line.arguments.operand(0), "-r.rpt");
     EXPECT_EQ(line.arguments.operand(1), "--out");
 }
 
 TEST(CommandLineArguments, HelpAndVersion) {
-    EXPECT_EQ(parse({"--help"}).wish, CommandLine::Wish::help);
+    EXPECT_EQ(parse({"--help"}).mode, CommandLine::Mode::help);
     EXPECT_EQ(parse({"-h"}).command, nullptr);
-    EXPECT_EQ(parse({"--version"}).wish, CommandLine::Wish::version);
+    EXPECT_EQ(parse({"--version"}).mode, CommandLine::Mode::version);
     const CommandLine line = parse({"pdf", "--help"});
-    EXPECT_EQ(line.wish, CommandLine::Wish::help);
+    EXPECT_EQ(line.mode, CommandLine::Mode::help);
     EXPECT_STREQ(line.command->name, "pdf");
 }
 
 TEST(CommandLineArguments, WrongUsage) {
-    EXPECT_EQ(problem({}), "it needs a command");
-    EXPECT_EQ(problem({"prnt"}), "there is no command 'prnt'");
+    EXPECT_EQ(problem({}), "no command is given");
+    EXPECT_EQ(problem({"prnt"}), "unknown command 'prnt'");
     EXPECT_EQ(problem({"--what"}), "unknown option 'what'");
-    EXPECT_EQ(problem({"info"}), "it needs REPORT");
-    EXPECT_EQ(problem({"text", "r"}), "it needs OUT.txt");
-    EXPECT_EQ(problem({"text", "r", "o", "x"}), "too many names: x");
+    EXPECT_EQ(problem({"info"}), "missing operand REPORT");
+    EXPECT_EQ(problem({"text", "r"}), "missing operand OUT.txt");
+    EXPECT_EQ(problem({"text", "r", "o", "x"}), "unexpected operand 'x'");
     EXPECT_EQ(problem({"info", "--zoom", "r"}), "unknown option 'zoom'");
     EXPECT_EQ(problem({"pdf", "r", "o", "--size"}), "missing value after '--size'");
     EXPECT_EQ(problem({"info", "--settings"}), "missing value after '--settings'");
@@ -73,9 +73,9 @@ TEST(CommandLineArguments, WrongUsage) {
 
 TEST_F(CommandLineProgram, WrongUsageIsOneLineAndStatusTwo) {
     for (const auto& [arguments, line] : std::initializer_list<std::pair<QString, QByteArray>>{
-             {QString(), "it needs a command; see 'printman --help'"},
-             {QStringLiteral("nothing"), "there is no command 'nothing'; see 'printman --help'"},
-             {QStringLiteral("png r o --zoom 75%"), "png: there is no zoom '75%', but 50%, 100%, "
+             {QString(), "no command is given; see 'printman --help'"},
+             {QStringLiteral("nothing"), "unknown command 'nothing'; see 'printman --help'"},
+             {QStringLiteral("png r o --zoom 75%"), "png: unknown zoom '75%'; known are 50%, 100%, "
                                                     "150%, 200%, 250%, 300%; see 'printman png "
                                                     "--help'"},
              {QStringLiteral("png r o --page 0"),
@@ -103,7 +103,7 @@ TEST_F(CommandLineProgram, TheOutputIsNotTheInput) {
         const Ended result =
             run({QString::fromLatin1(command), QStringLiteral("r.rpt"), QStringLiteral("./r.rpt")});
         EXPECT_EQ(result.status, 2);
-        EXPECT_TRUE(result.error.contains("./r.rpt is both read and written"));
+        EXPECT_TRUE(result.error.contains("./r.rpt is both input and output"));
     }
     EXPECT_EQ(read(QStringLiteral("r.rpt")), small_report);
 }

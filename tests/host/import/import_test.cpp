@@ -136,25 +136,25 @@ TEST_F(Import, TheLongestLineThatAReportHolds) {
     const QByteArray line(510, 'x');
     EXPECT_EQ(round_trip(line + '\n', {QStringLiteral("--lines=1")}), line + '\n');
     EXPECT_EQ(refusal("a\n" + QByteArray(511, 'x') + '\n'),
-              "printman: in.txt:2: the line is too long for a report: 511 bytes, where it holds "
-              "510\n");
+              "printman: in.txt:2: the line takes 511 bytes in a report; the limit is 510\n");
     EXPECT_EQ(refusal(QByteArray(505, 'x') + "#!?T1,2;"),
-              "printman: in.txt:1: the line is too long for a report: 521 bytes, where it holds "
-              "510\n");
+              "printman: in.txt:1: the line takes 521 bytes in a report; the limit is 510\n");
 }
 
 TEST_F(Import, RefusalsNameTheLine) {
     EXPECT_EQ(refusal(""), "printman: in.txt: The file is empty\n");
-    EXPECT_EQ(refusal("\f"), "printman: in.txt: The listing holds no page\n");
-    EXPECT_EQ(refusal(QByteArray("a\nb\0\n", 5)), "printman: in.txt:2: a zero byte\n");
-    EXPECT_EQ(refusal("a\nab\rcd\n"), "printman: in.txt:2: two different characters printed over "
-                                      "each other in column 1\n");
+    EXPECT_EQ(refusal("\f"), "printman: in.txt: The listing has no page\n");
+    EXPECT_EQ(refusal(QByteArray("a\nb\0\n", 5)),
+              "printman: in.txt:2: the line contains a zero byte\n");
+    EXPECT_EQ(refusal("a\nab\rcd\n"), "printman: in.txt:2: two different characters are printed "
+                                      "over each other in column 1\n");
     EXPECT_EQ(refusal("1a\n?b\n", {QStringLiteral("--asa")}),
-              "printman: in.txt:2: '?' is no carriage control\n");
+              "printman: in.txt:2: '?' is not a carriage control character\n");
     EXPECT_EQ(refusal("abc\nabcdef\n", {QStringLiteral("--columns=5")}),
-              "printman: in.txt:2: more than 5 characters\n");
-    EXPECT_EQ(refusal(QByteArray(32768, '\n') + '\f'),
-              "printman: in.txt: A page has 32768 lines, more than 32767; --lines breaks it\n");
+              "printman: in.txt:2: the line has more than 5 characters\n");
+    EXPECT_EQ(
+        refusal(QByteArray(32768, '\n') + '\f'),
+        "printman: in.txt: A page has 32768 lines, more than 32767; use --lines to break it\n");
     EXPECT_EQ(refusal("a\n", {QStringLiteral("--columns=32767"), QStringLiteral("--lines=32767")}),
               "printman: in.txt: A page of 32767 columns and 32767 lines is too large\n");
 }

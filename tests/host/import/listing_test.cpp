@@ -130,7 +130,7 @@ TEST(Listing, OverprintingMerges) {
 TEST(Listing, OverprintingOfOtherCharactersIsRefused) {
     const Result result = read("one\ntwo\nab\rcd\n");
     EXPECT_EQ(result.error_line, 3);
-    EXPECT_EQ(result.error, "two different characters printed over each other in column 1");
+    EXPECT_EQ(result.error, "two different characters are printed over each other in column 1");
 }
 
 TEST(Listing, CarriageControl) {
@@ -151,23 +151,23 @@ TEST(Listing, CarriageControl) {
 TEST(Listing, UnknownCarriageControlIsRefused) {
     const Result result = read(" a\n b\nxc\n", asa);
     EXPECT_EQ(result.error_line, 3);
-    EXPECT_EQ(result.error, "'x' is no carriage control");
+    EXPECT_EQ(result.error, "'x' is not a carriage control character");
 }
 
 TEST(Listing, ZeroBytesAreRefused) {
     const Result result = read(std::string_view("a\nb\0c\n", 6));
     EXPECT_EQ(result.error_line, 2);
-    EXPECT_EQ(result.error, "a zero byte");
+    EXPECT_EQ(result.error, "the line contains a zero byte");
 }
 
 TEST(Listing, LongLinesAreRefused) {
     const host::ListingRules five{.page_lines = 0, .columns = 5, .asa = false};
     EXPECT_EQ(read("12345\n", five).error, "");
-    EXPECT_EQ(read("12345\n123456\n", five).error, "more than 5 characters");
+    EXPECT_EQ(read("12345\n123456\n", five).error, "the line has more than 5 characters");
     EXPECT_EQ(read("12345\n123456\n", five).error_line, 2);
-    EXPECT_EQ(read("\tx\n", five).error, "more than 5 characters");
+    EXPECT_EQ(read("\tx\n", five).error, "the line has more than 5 characters");
     EXPECT_EQ(read(std::string(32767, 'x')).error, "");
-    EXPECT_EQ(read(std::string(32768, 'x')).error, "more than 32767 characters");
+    EXPECT_EQ(read(std::string(32768, 'x')).error, "the line has more than 32767 characters");
 }
 
 TEST(Listing, WhatTheSinkRefusesIsToldWithItsLine) {

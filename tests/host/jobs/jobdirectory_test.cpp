@@ -7,21 +7,21 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-TEST(WorkPlace, IsTheScratchDirectoryWhileItLives) {
+TEST(JobDirectory, IsTheScratchDirectoryWhileItLives) {
     const QTemporaryDir parent;
     const QString before = QDir::currentPath();
     const QByteArray outside = parent.path().toLocal8Bit();
-    const host::VariableMeanwhile variable("TMPDIR", outside);
+    const host::ScopedVariable variable("TMPDIR", outside);
     QString inside;
     {
-        host::WorkPlace place;
-        ASSERT_EQ(place.enter().message, "");
+        host::JobDirectory directory;
+        ASSERT_EQ(directory.enter().message, "");
         inside = QDir::currentPath();
         EXPECT_TRUE(inside.startsWith(parent.path() + QStringLiteral("/printman-")));
         EXPECT_EQ(qgetenv("TMPDIR"), inside.toLocal8Bit());
         EXPECT_STREQ(GetEnv("TMPDIR", "dlwmenu.ini", "env"), inside.toLocal8Bit().constData());
         {
-            host::WorkPlace nested;
+            host::JobDirectory nested;
             ASSERT_EQ(nested.enter().message, "");
             EXPECT_TRUE(QDir::currentPath().startsWith(inside + u'/'));
         }
@@ -33,12 +33,12 @@ TEST(WorkPlace, IsTheScratchDirectoryWhileItLives) {
     EXPECT_TRUE(QDir(parent.path()).isEmpty());
 }
 
-TEST(WorkPlace, LeavesAVariableThatWasNotSetUnset) {
+TEST(JobDirectory, LeavesAVariableThatWasNotSetUnset) {
     const QByteArray before = qgetenv("TMPDIR");
     qunsetenv("TMPDIR");
     {
-        host::WorkPlace place;
-        ASSERT_EQ(place.enter().message, "");
+        host::JobDirectory directory;
+        ASSERT_EQ(directory.enter().message, "");
         EXPECT_TRUE(qEnvironmentVariableIsSet("TMPDIR"));
     }
     EXPECT_FALSE(qEnvironmentVariableIsSet("TMPDIR"));
@@ -46,9 +46,10 @@ TEST(WorkPlace, LeavesAVariableThatWasNotSetUnset) {
         qputenv("TMPDIR", before);
 }
 
-TEST(WorkPlace, ADirectoryWhoseNameIsNoTextIsRefused) {
-    const host::VariableMeanwhile variable("TMPDIR", "/tmp/\xff");
-    host::WorkPlace place;
-    EXPECT_EQ(place.enter().message, "cannot make a scratch directory in /tmp/\xff: The name is "
-                                     "not valid in the locale's encoding");
+TEST(JobDirectory, ADirectoryWhoseNameIsNoTextIsRefused) {
+    const host::ScopedVariable variable("TMPDIR", "/tmp/\xff");
+    host::JobDirectory directory;
+    EXPECT_EQ(directory.enter().message,
+              "cannot create a temporary directory in /tmp/\xff: The name is "
+              "not valid in the locale's encoding");
 }

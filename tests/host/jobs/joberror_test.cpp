@@ -1,4 +1,5 @@
 #include "host/jobs/joberror.h"
+#include "host/jobs/stderrcapture.h"
 
 #include <gtest/gtest.h>
 
@@ -51,10 +52,10 @@ TEST(JobError, AnythingElseStaysAsItIs) {
 TEST(JobError, WhatIsWrittenMeanwhileIsHeldAndThenShownAgain) {
     testing::internal::CaptureStderr();
     {
-        const host::HeldErrors errors;
+        const host::StderrCapture capture;
         std::fputs("held\n", stderr);
         std::fflush(stderr);
-        EXPECT_EQ(errors.text(), "held\n");
+        EXPECT_EQ(capture.text(), "held\n");
     }
     std::fputs("shown\n", stderr);
     std::fflush(stderr);

@@ -1,5 +1,5 @@
 #include "host/cli/command.h"
-#include "host/jobs/pagesetup.h"
+#include "host/cli/pdfoptions.h"
 #include "host/settings/numbers.h"
 
 #include <QLocale>
@@ -8,7 +8,7 @@
 namespace {
 
 host::Outcome read(const QHash<QByteArray, QByteArray>& options, host::PageSetup& setup) {
-    return host::PageSetup::read(host::Arguments({}, options), setup);
+    return host::read_page_options(host::Arguments({}, options), setup);
 }
 
 } // namespace

@@ -203,7 +203,7 @@ TEST_F(Pdf, AFailingToolLeavesTheEarlierFile) {
              Case{"echo half > \"$2\"; kill -KILL $$", "ps2pdf was ended by signal 9"},
              Case{": > \"$2\"", "ps2pdf made no whole file"},
              Case{"exit 0", "ps2pdf made no whole file"},
-             Case{"echo nonsense > \"$2\"", "ps2pdf made a file that is no whole PDF"},
+             Case{"echo nonsense > \"$2\"", "ps2pdf produced an incomplete PDF file"},
              Case{"echo %PDF-1.4 > \"$2\"", "ps2pdf made no whole file"},
          }) {
         stub_ps2pdf(c.script);
@@ -235,7 +235,8 @@ TEST_F(Pdf, AScratchDirectoryThatCannotBeMadeIsTold) {
     write(in, small_report);
     const Ended result = pdf(in);
     EXPECT_EQ(result.status, 1);
-    EXPECT_TRUE(result.error.startsWith("printman: cannot make a scratch directory in /dev/null: "))
+    EXPECT_TRUE(
+        result.error.startsWith("printman: cannot create a temporary directory in /dev/null: "))
         << result.error.constData();
     EXPECT_EQ(result.error.count('\n'), 1);
     EXPECT_FALSE(exists(out));

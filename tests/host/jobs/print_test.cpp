@@ -119,7 +119,7 @@ TEST_F(Print, AnUnknownPrinterIsTold) {
     QFile::remove(path(setup_file));
     const QByteArray line =
         "Can not find report printer 'LASER': " + QFile::encodeName(path(setup_file)) +
-        " does not exist; printman printers --make makes one";
+        " does not exist; printman printers --make creates it";
     expect_failure(print(on_laser), line);
     expect_failure(print(on_laser + QStringList{text("--server=out.ps")}), line);
     expect_failure(
@@ -284,7 +284,7 @@ TEST_F(Print, PrintersAreListed) {
         write(setup_file, empty);
         result = list();
         EXPECT_EQ(result.status, 0);
-        EXPECT_TRUE(result.out.endsWith("/conf/PRTSETUP.BIN: There are no printers in it\n"));
+        EXPECT_TRUE(result.out.endsWith("/conf/PRTSETUP.BIN: The file lists no printers\n"));
     }
     QFile::remove(path(setup_file));
     result = list();

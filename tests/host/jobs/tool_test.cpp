@@ -20,23 +20,24 @@ QByteArray message(const QString& script) {
 } // namespace
 
 TEST(Tool, TheEndIsTold) {
-    EXPECT_EQ(host::describe({.name = "t", .status = 3, .killed = false, .said = {}}),
+    EXPECT_EQ(host::describe({.name = "t", .status = 3, .killed = false, .output = {}}),
               "t failed with status 3");
     EXPECT_EQ(host::describe({.name = "t",
                               .status = 1,
                               .killed = false,
-                              .said = "Error: cannot open:\n\n form.pdf \nmore\n"}),
+                              .output = "Error: cannot open:\n\n form.pdf \nmore\n"}),
               "t failed with status 1: Error: cannot open: form.pdf");
     EXPECT_EQ(host::first_words("Error: cannot open:\n  form.pdf\n  no password\n  the end\n"),
               "Error: cannot open: form.pdf: no password");
     EXPECT_EQ(host::first_words("printman: t failed\none\n  two\n"), "one");
-    EXPECT_EQ(host::describe({.name = "t", .status = 9, .killed = true, .said = "\n"}),
+    EXPECT_EQ(host::describe({.name = "t", .status = 9, .killed = true, .output = "\n"}),
               "t was ended by signal 9");
-    EXPECT_EQ(host::describe(
-                  {.name = "t", .status = 1, .killed = false, .said = "\n  Error: x  \r\nmore\n"}),
-              "t failed with status 1: Error: x");
     EXPECT_EQ(
-        host::describe({.name = "t", .status = 1, .killed = false, .said = QByteArray(1000, 'x')})
+        host::describe(
+            {.name = "t", .status = 1, .killed = false, .output = "\n  Error: x  \r\nmore\n"}),
+        "t failed with status 1: Error: x");
+    EXPECT_EQ(
+        host::describe({.name = "t", .status = 1, .killed = false, .output = QByteArray(1000, 'x')})
             .size(),
         200 + 22 + 2);
 }
@@ -106,7 +107,7 @@ TEST(Interrupts, EndTheProgramWhileNothingAsks) {
         host::catch_interrupts();
         if (early)
             ::raise(SIGINT);
-        const host::InterruptsEndProgram at_once;
+        const host::ExitOnInterrupt at_once;
         ::raise(SIGINT);
         ::_exit(8);
     };

@@ -1,4 +1,5 @@
 #include "host/cli/command.h"
+#include "host/cli/pdfoptions.h"
 #include "host/jobs/watermark.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +8,7 @@ namespace {
 
 host::Outcome read(const QHash<QByteArray, QByteArray>& options,
                    std::optional<host::Watermark>& mark) {
-    return host::Watermark::read(host::Arguments({}, options), mark);
+    return host::read_watermark_options(host::Arguments({}, options), mark);
 }
 
 } // namespace
@@ -79,7 +80,7 @@ TEST(Watermark, TextsThatTheLibraryWouldCutAreRefused) {
     EXPECT_TRUE(read({{"watermark", QByteArray(79, 'x')}}, mark).ok());
     const host::Outcome text = read({{"watermark", QByteArray(80, 'x')}}, mark);
     EXPECT_EQ(text.status, host::Outcome::usage);
-    EXPECT_EQ(text.message, "the watermark's text is 80 bytes long; 79 is the most there can be");
+    EXPECT_EQ(text.message, "the watermark's text is 80 bytes long; the limit is 79");
     EXPECT_TRUE(read({{"watermark", "x"}, {"watermark-font", QByteArray(51, 'x')}}, mark).ok());
     EXPECT_EQ(read({{"watermark", "x"}, {"watermark-font", QByteArray(52, 'x')}}, mark).status,
               host::Outcome::usage);
@@ -101,6 +102,6 @@ TEST(Watermark, WhatMakesNoSenseIsWrongUsage) {
                               "watermark-colour", "watermark-at", "watermark-front"}) {
         const host::Outcome outcome = read({{alone, "1"}}, mark);
         EXPECT_EQ(outcome.status, host::Outcome::usage);
-        EXPECT_EQ(outcome.message, QByteArray("--") + alone + " says nothing without --watermark");
+        EXPECT_EQ(outcome.message, QByteArray("--") + alone + " requires --watermark");
     }
 }

@@ -20,9 +20,9 @@ protected:
     /// What is wrong, without the directory.
     QByteArray fault() const {
         const host::HostPrinters printers = read();
-        EXPECT_EQ(printers.faults.size(), 1);
+        EXPECT_EQ(printers.errors.size(), 1);
         EXPECT_TRUE(printers.empty());
-        return printers.faults.value(0).replace(settings_.directory() + '/', "");
+        return printers.errors.value(0).replace(settings_.directory() + '/', "");
     }
 
     QTemporaryDir directory_;
@@ -37,13 +37,13 @@ constexpr const char* laser = "[LASER]\nname=laser1\nfont=Courier\nstyle=Bold\ns
 
 TEST_F(HostPrinterLists, WithoutFilesThereIsNoPrinterAndNoFault) {
     EXPECT_TRUE(read().empty());
-    EXPECT_EQ(read().faults, QList<QByteArray>());
+    EXPECT_EQ(read().errors, QList<QByteArray>());
     write("dlwserver.ini", "");
     write("dlwunix.ini", "\n; none\n# none\r\n \n");
     EXPECT_TRUE(read().empty());
-    EXPECT_EQ(read().faults, QList<QByteArray>());
+    EXPECT_EQ(read().errors, QList<QByteArray>());
     write("dlwserver.ini", "\xef\xbb\xbf; [NONE]\n");
-    EXPECT_EQ(read().faults, QList<QByteArray>());
+    EXPECT_EQ(read().errors, QList<QByteArray>());
 }
 
 TEST_F(HostPrinterLists, TheLibraryGetsDefinedPrintersAsItsDialogShowsThem) {
@@ -114,17 +114,17 @@ TEST_F(HostPrinterLists, FaultsAreToldWithTheirLineAndTheListIsEmpty) {
         write("dlwunix.ini", text);
         return fault();
     };
-    EXPECT_EQ(of_local("port=x\n"), "dlwunix.ini:1: a key stands before the first section");
-    EXPECT_EQ(of_local("[A\n"), "dlwunix.ini:1: a section ends with ']'");
+    EXPECT_EQ(of_local("port=x\n"), "dlwunix.ini:1: a key comes before the first section");
+    EXPECT_EQ(of_local("[A\n"), "dlwunix.ini:1: a section must end with ']'");
     EXPECT_EQ(of_local("[ ]\n"), "dlwunix.ini:1: the printer needs an id in []");
-    EXPECT_EQ(of_local("[A]\n\n[A]\n"), "dlwunix.ini:3: there is a printer 'A' already");
+    EXPECT_EQ(of_local("[A]\n\n[A]\n"), "dlwunix.ini:3: there is already a printer 'A'");
     EXPECT_EQ(of_local("[A]\nnonsense\n"), "dlwunix.ini:2: neither a section nor a line KEY=value");
     EXPECT_EQ(of_local("[A]\nport=a\nPort=b\n"), "dlwunix.ini:3: port is given twice");
-    EXPECT_EQ(of_local("[A]\nqueue=a\n"), "dlwunix.ini:2: there is no key 'queue'");
+    EXPECT_EQ(of_local("[A]\nqueue=a\n"), "dlwunix.ini:2: unknown key 'queue'");
     EXPECT_EQ(of_local("[A]\nlast_line=-1\n"),
               "dlwunix.ini:2: last_line needs a whole number from 0 to 32767, not '-1'");
     EXPECT_EQ(of_local(QByteArray("[A]\nport=a\0b\n", 13)),
-              "dlwunix.ini:2: a zero byte stands in the line");
+              "dlwunix.ini:2: the line contains a zero byte");
     write("dlwunix.ini", "");
     write("dlwserver.ini", "[A]\nname=a\npaper=round\n");
     EXPECT_TRUE(fault().startsWith("dlwserver.ini:3: paper needs "));
@@ -135,7 +135,7 @@ TEST_F(HostPrinterLists, AFileThatIsNoListIsToldAtOnce) {
     for (int i = 0; i <= 1000; ++i)
         sections += '[' + QByteArray::number(i) + "]\n";
     write("dlwunix.ini", sections);
-    EXPECT_EQ(fault(), "dlwunix.ini: There are more than 1000 printers in it");
+    EXPECT_EQ(fault(), "dlwunix.ini: The file lists more than 1000 printers");
     write("dlwunix.ini", QByteArray(1024 * 1024 + 1, '\n'));
     EXPECT_EQ(fault(), "dlwunix.ini: The file is too large");
     ASSERT_TRUE(QFile::remove(directory_.filePath(QStringLiteral("dlwunix.ini"))));
@@ -148,7 +148,7 @@ TEST_F(HostPrinterLists, OneListsFaultLeavesTheOther) {
     write("dlwunix.ini", "[A\n");
     const host::HostPrinters printers = read();
     EXPECT_EQ(printers.defined.size(), 1U);
-    EXPECT_EQ(printers.faults.size(), 1);
+    EXPECT_EQ(printers.errors.size(), 1);
 }
 
 TEST_F(HostPrinterLists, AServerPrinterIsFoundWithItsQueueAndItsSheet) {
@@ -175,7 +175,7 @@ TEST_F(HostPrinterLists, AServerPrinterIsFoundWithItsQueueAndItsSheet) {
 TEST_F(HostPrinterLists, TheExamplesAreRight) {
     const host::Settings examples(PRINTMAN_SOURCE_DIR "/examples");
     const host::HostPrinters printers = host::HostPrinters::read(examples);
-    EXPECT_EQ(printers.faults, QList<QByteArray>());
+    EXPECT_EQ(printers.errors, QList<QByteArray>());
     EXPECT_GE(printers.defined.size(), 2U);
     EXPECT_GE(printers.local.size(), 2U);
 }

@@ -64,16 +64,16 @@ TEST(PrinterDescription, FaultsAreToldWithTheirLine) {
         QByteArray told;
     };
     for (const Case& c : {
-             Case{"", "f: it describes no printer"},
-             Case{"; only a comment\n", "f: it describes no printer"},
-             Case{"name=a\n", "f:1: a key stands before the first section"},
-             Case{"\n[A\n", "f:2: a section ends with ']'"},
+             Case{"", "f: no printer is described"},
+             Case{"; only a comment\n", "f: no printer is described"},
+             Case{"name=a\n", "f:1: a key comes before the first section"},
+             Case{"\n[A\n", "f:2: a section must end with ']'"},
              Case{"[]\n", "f:1: the id in [] must be a text"},
              Case{"[" + QByteArray(128, 'x') + "]", "f:1: the id in [] must be a text of at most "
                                                     "127 bytes"},
-             Case{"[A]\nname=a\n\n[A]\n", "f:4: there is a printer 'A' already"},
+             Case{"[A]\nname=a\n\n[A]\n", "f:4: there is already a printer 'A'"},
              Case{"\n[A]\nsize=9\n\n[B]\nname=b\n", "f:2: the printer needs a name"},
-             Case{"[A]\nname=a\ncolour=red\n", "f:3: there is no key 'colour'"},
+             Case{"[A]\nname=a\ncolour=red\n", "f:3: unknown key 'colour'"},
              Case{"[A]\nname\n", "f:2: neither a section nor a line KEY=value"},
              Case{"[A]\nname=\n", "f:2: name needs a text, not ''"},
              Case{"[A]\nname=" + QByteArray(128, 'x'),
@@ -95,7 +95,7 @@ TEST(PrinterDescription, FaultsAreToldWithTheirLine) {
                   "f:2: the last line comes before the first line"},
              Case{"[A]\nlast_line=-1\n",
                   "f:2: last_line needs a whole number from 0 to 32767, not '-1'"},
-             Case{QByteArray("[A]\nname=a\0b\n", 13), "f:2: a zero byte stands in the line"},
+             Case{QByteArray("[A]\nname=a\0b\n", 13), "f:2: the line contains a zero byte"},
          })
         EXPECT_EQ(fault(c.text).toStdString(), c.told.toStdString());
 }

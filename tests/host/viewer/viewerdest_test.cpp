@@ -187,7 +187,7 @@ TEST_F(ViewerDestination, AFileThatCannotBeWrittenIsTold) {
     ASSERT_EQ(boxes_.texts.size(), 3);
     EXPECT_EQ(boxes_.texts.at(0), QStringLiteral("Nothing was written.\n\nNo file was named to "
                                                  "save the report as"));
-    EXPECT_TRUE(boxes_.texts.at(1).endsWith(QStringLiteral(" is both read and written")));
+    EXPECT_TRUE(boxes_.texts.at(1).endsWith(QStringLiteral(" is both input and output")));
     EXPECT_TRUE(boxes_.texts.at(2).endsWith(QStringLiteral(": No such file or directory")));
     EXPECT_EQ(read("three.rpt"), report(3));
 }
@@ -252,12 +252,12 @@ TEST_F(ViewerDestination, SettingsThatCannotBeStoredAreToldOnceAndCountUntilTheE
     open();
     choose_file(path("out.txt"));
     EXPECT_TRUE(read("out.txt").startsWith("page 1\n"));
-    const QString told = QStringLiteral("What was chosen cannot be stored in dlwmenu.ini");
+    const QString told = QStringLiteral("The choice cannot be stored in dlwmenu.ini");
     EXPECT_EQ(message(), QStringLiteral("Saved as out.txt. ") + told);
     choose_font(mono(13));
     EXPECT_EQ(message().count(told), 1);
     window_->statusBar()->clearMessage();
-    window_->open_or_tell(report_);
+    window_->open_or_report(report_);
     EXPECT_EQ(screen().font().pointSize(), 13);
     choose([this](PrintDestDlg& dialog) {
         EXPECT_TRUE(dialog.opToScreen->isChecked());
@@ -267,7 +267,7 @@ TEST_F(ViewerDestination, SettingsThatCannotBeStoredAreToldOnceAndCountUntilTheE
         click(dialog.btnCancel);
     });
     EXPECT_EQ(message(), QString());
-    EXPECT_TRUE(host::host_settings().turns_page_map_off());
+    EXPECT_TRUE(host::host_settings().no_page_map());
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
@@ -295,7 +295,7 @@ TEST_F(ViewerDestination, ColoursAreShownAtOnceAlsoWhereTheyCannotBeStored) {
     lose_settings();
     choose_text_colour(Qt::blue);
     EXPECT_NE(shown(), red);
-    EXPECT_EQ(message(), QStringLiteral("What was chosen cannot be stored in dlwmenu.ini"));
+    EXPECT_EQ(message(), QStringLiteral("The choice cannot be stored in dlwmenu.ini"));
     window_->statusBar()->clearMessage();
     choose_text_colour(Qt::green);
     EXPECT_EQ(message(), QString());

@@ -275,7 +275,7 @@ TEST_F(ViewerDestinationPrint, WhatIsPrintedDoesNotNeedSettingsThatCanBeStored) 
     open();
     print_on_server("SERVER", 2);
     EXPECT_EQ(printed_pages(), "123123");
-    EXPECT_EQ(message(), QStringLiteral("The report is printed. What was chosen cannot be stored "
+    EXPECT_EQ(message(), QStringLiteral("The report is printed. The choice cannot be stored "
                                         "in dlwmenu.ini"));
     choose([](PrintDestDlg& dialog) {
         EXPECT_EQ(dialog.txtPrintID->text(), QStringLiteral("SERVER"));

@@ -39,13 +39,13 @@ TEST_F(ViewerErrors, AFileThatIsNoReportIsToldAndTheShownOneStays) {
     action("next").trigger();
     const QImage before = shown();
     write("none.rpt", "just text\n");
-    window_->open_or_tell(path("none.rpt"));
+    window_->open_or_report(path("none.rpt"));
     EXPECT_TRUE(told().startsWith(QStringLiteral("The report cannot be opened.\n\n")));
-    window_->open_or_tell(path("missing.rpt"));
+    window_->open_or_report(path("missing.rpt"));
     EXPECT_TRUE(told().endsWith(QStringLiteral("missing.rpt: No such file or directory")));
-    window_->open_or_tell("/");
+    window_->open_or_report("/");
     EXPECT_TRUE(told().endsWith(QStringLiteral("/: Is a directory")));
-    window_->open_or_tell(path(QByteArray(250, 'n')));
+    window_->open_or_report(path(QByteArray(250, 'n')));
     EXPECT_TRUE(told().contains(QStringLiteral("longer than 255 bytes")));
     EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
     EXPECT_EQ(shown(), before);
@@ -119,7 +119,7 @@ TEST_F(ViewerErrors, AZoomThatNeedsTooMuchMemoryIsLeftAgain) {
 TEST_F(ViewerErrors, RecentFilesCanBeOpenedAndGoneOnesAreForgotten) {
     open();
     write("t&wo.rpt", report(2));
-    window_->open_or_tell(path("t&wo.rpt"));
+    window_->open_or_report(path("t&wo.rpt"));
     ASSERT_EQ(recent().actions().size(), 4);
     EXPECT_EQ(recent().actions().at(0)->text(), QStringLiteral("&1  t&&wo.rpt"));
     recent().actions().at(1)->trigger();

@@ -34,7 +34,7 @@ protected:
 TEST_F(ViewerJobs, TheReportIsSavedAsText) {
     open();
     action("next").trigger();
-    window_->save_report(path("out.txt"));
+    window_->jobs().save_report(path("out.txt"));
     const QByteArray text = read("out.txt");
     EXPECT_TRUE(text.startsWith("page 1\n\nword 1\n"));
     EXPECT_EQ(text.count('\n'), 90);
@@ -46,10 +46,10 @@ TEST_F(ViewerJobs, TheReportIsSavedAsText) {
 TEST_F(ViewerJobs, ThePageIsSavedAsText) {
     open();
     action("next").trigger();
-    window_->save_page(path("out.txt"));
+    window_->jobs().save_page(path("out.txt"));
     EXPECT_TRUE(read("out.txt").startsWith("page 2"));
     EXPECT_EQ(boxes_.texts, QStringList());
-    window_->save_page(path("no/out.txt"));
+    window_->jobs().save_page(path("no/out.txt"));
     ASSERT_EQ(boxes_.texts.size(), 1);
     EXPECT_TRUE(boxes_.texts.first().startsWith(QStringLiteral("Can not open file: ")));
 }
@@ -57,7 +57,7 @@ TEST_F(ViewerJobs, ThePageIsSavedAsText) {
 TEST_F(ViewerJobs, TheWholeReportIsCopiedAndThePageStays) {
     open();
     action("last").trigger();
-    window_->copy_report();
+    window_->jobs().copy_report();
     EXPECT_EQ(QApplication::clipboard()->text().count(QStringLiteral("<table")), 3);
     EXPECT_EQ(page_box(), QStringLiteral("3 of 3"));
     EXPECT_EQ(boxes_.texts, QStringList());
@@ -67,7 +67,7 @@ TEST_F(ViewerJobs, ACancelledCopyLeavesTheClipboard) {
     open_long();
     QApplication::clipboard()->setText(QStringLiteral("earlier"));
     boxes_.cancel_jobs = true;
-    window_->copy_report();
+    window_->jobs().copy_report();
     EXPECT_EQ(boxes_.progress_dialogs, 1);
     EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("earlier"));
     EXPECT_EQ(boxes_.texts, QStringList());
@@ -105,7 +105,7 @@ TEST_F(ViewerJobs, AClipboardThatCannotBeShownIsTold) {
 
 TEST_F(ViewerJobs, ThePdfHoldsTheReport) {
     open();
-    window_->export_pdf(path("out.pdf"));
+    window_->jobs().export_pdf(path("out.pdf"));
     EXPECT_TRUE(testsupport::pdf_words(QFile::decodeName(path("out.pdf")))
                     .contains(QStringLiteral("page")));
     EXPECT_EQ(boxes_.texts, QStringList());
@@ -114,8 +114,8 @@ TEST_F(ViewerJobs, ThePdfHoldsTheReport) {
 
 TEST_F(ViewerJobs, AFullDiskIsToldOnce) {
     open();
-    window_->save_report("/dev/full");
-    window_->export_pdf("/dev/full");
+    window_->jobs().save_report("/dev/full");
+    window_->jobs().export_pdf("/dev/full");
     ASSERT_EQ(boxes_.texts.size(), 2);
     EXPECT_EQ(boxes_.texts.at(0), QStringLiteral("The report was not saved.\n\ncannot write "
                                                  "/dev/full: No space left on device"));
@@ -126,23 +126,23 @@ TEST_F(ViewerJobs, AFullDiskIsToldOnce) {
 TEST_F(ViewerJobs, TheReportItselfIsNeverWrittenOver) {
     open();
     const QByteArray before = read("three.rpt");
-    window_->save_report(report_);
-    window_->export_pdf(report_);
-    window_->save_page(report_);
+    window_->jobs().save_report(report_);
+    window_->jobs().export_pdf(report_);
+    window_->jobs().save_page(report_);
     EXPECT_EQ(boxes_.texts.size(), 3);
     for (const QString& text : boxes_.texts)
-        EXPECT_TRUE(text.endsWith(QStringLiteral(" is both read and written")));
+        EXPECT_TRUE(text.endsWith(QStringLiteral(" is both input and output")));
     EXPECT_EQ(read("three.rpt"), before);
 }
 
 TEST_F(ViewerJobs, AReportThatHasChangedIsToldAndNothingWritten) {
     open();
     write("three.rpt", report(2));
-    window_->save_report(path("out.txt"));
+    window_->jobs().save_report(path("out.txt"));
     ASSERT_EQ(boxes_.texts.size(), 1);
     EXPECT_TRUE(boxes_.texts.first().contains(QStringLiteral("has changed since it was opened")));
     ASSERT_TRUE(QFile::remove(QFile::decodeName(report_)));
-    window_->export_pdf(path("out.pdf"));
+    window_->jobs().export_pdf(path("out.pdf"));
     ASSERT_EQ(boxes_.texts.size(), 2);
     EXPECT_TRUE(boxes_.texts.last().endsWith(QStringLiteral(": No such file or directory")));
     EXPECT_EQ(files(), QStringList());
@@ -152,7 +152,7 @@ TEST_F(ViewerJobs, ALongSaveShowsHowFarItIsAndCanBeCanceled) {
     open_long();
     write("out.txt", "earlier");
     boxes_.cancel_jobs = true;
-    window_->save_report(path("out.txt"));
+    window_->jobs().save_report(path("out.txt"));
     EXPECT_EQ(boxes_.progress_dialogs, 1);
     EXPECT_EQ(read("out.txt"), "earlier");
     EXPECT_EQ(boxes_.texts, QStringList());
@@ -169,7 +169,7 @@ TEST_F(ViewerJobs, APdfCanBeCanceledWhilePs2pdfRuns) {
     boxes_.cancel_jobs = true;
     QElapsedTimer clock;
     clock.start();
-    window_->export_pdf(path("out.pdf"));
+    window_->jobs().export_pdf(path("out.pdf"));
     EXPECT_LT(clock.elapsed(), 30000);
     EXPECT_EQ(boxes_.progress_dialogs, 1);
     EXPECT_EQ(boxes_.texts, QStringList());
@@ -180,7 +180,7 @@ TEST_F(ViewerJobs, AFailedPs2pdfIsTold) {
     const auto stub = stub_ps2pdf("echo no memory; exit 3");
     open();
     write("out.pdf", "earlier");
-    window_->export_pdf(path("out.pdf"));
+    window_->jobs().export_pdf(path("out.pdf"));
     ASSERT_EQ(boxes_.texts.size(), 1);
     EXPECT_TRUE(
         boxes_.texts.first().endsWith(QStringLiteral("ps2pdf failed with status 3: no memory")));
@@ -195,7 +195,7 @@ TEST_F(ViewerJobs, TheWindowIsNotClosedUnderAJob) {
         closed = window_->close();
         boxes_.cancel_jobs = true;
     });
-    window_->export_pdf(path("out.pdf"));
+    window_->jobs().export_pdf(path("out.pdf"));
     EXPECT_FALSE(closed);
     EXPECT_TRUE(window_->isVisible());
     EXPECT_TRUE(window_->close());

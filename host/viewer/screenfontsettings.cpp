@@ -1,4 +1,4 @@
-#include "host/viewer/screenfont.h"
+#include "host/viewer/screenfontsettings.h"
 
 #include "host/settings/settings.h"
 
@@ -12,7 +12,6 @@ namespace host {
 
 namespace {
 
-constexpr const char* file = "dlwmenu.ini";
 constexpr const char* section = "screenfont";
 
 QList<Setting> settings_of(const QFont& font) {
@@ -26,32 +25,36 @@ QList<Setting> settings_of(const QFont& font) {
 } // namespace
 
 bool settings_have_font() {
-    return !host_settings().value(file, section, "SCR_FACENAME").value_or(QByteArray()).isEmpty();
+    return !host_settings()
+                .value(menu_file, section, "SCR_FACENAME")
+                .value_or(QByteArray())
+                .isEmpty();
 }
 
-OfferedFont::OfferedFont(const QFont& usual) : usual_(usual), assumed_(!settings_have_font()) {
-    if (assumed_)
-        host_settings().assume(file, section, settings_of(usual_));
+OfferedFont::OfferedFont(const QFont& fallback)
+    : fallback_(fallback), is_assumed_(!settings_have_font()) {
+    if (is_assumed_)
+        host_settings().assume(menu_file, section, settings_of(fallback_));
 }
 
 OfferedFont::~OfferedFont() {
-    if (assumed_)
-        host_settings().forget(file, section, settings_of(usual_));
+    if (is_assumed_)
+        host_settings().forget(menu_file, section, settings_of(fallback_));
 }
 
-bool settings_mean(const QFont& font, const QFont& usual) {
+bool settings_mean(const QFont& font, const QFont& fallback) {
     const QList<Setting> settings = settings_of(font);
     if (!settings_have_font())
-        return settings == settings_of(usual);
+        return settings == settings_of(fallback);
     return std::ranges::all_of(settings, [](const Setting& setting) {
-        return host_settings().value(file, section, setting.key) == setting.value;
+        return host_settings().value(menu_file, section, setting.key) == setting.value;
     });
 }
 
 bool keep_font(const QFont& font) {
     // The library reads Latin-1.
     return QString::fromLatin1(font.family().toLatin1()) == font.family() &&
-           host_settings().keep(file, section, settings_of(font));
+           host_settings().keep(menu_file, section, settings_of(font));
 }
 
 } // namespace host
