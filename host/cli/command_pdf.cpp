@@ -42,7 +42,7 @@ const Command pdf_command{
                  "take font, paper and margins from this printer of the\n"
                  "setup file, instead of the next six options; the page\n"
                  "fills the paper unless the setting NOPAGEMAP is yes"},
-                {"font", "F", "font family (default: Courier New, or what stands for it)"},
+                {"font", "F", "font family (default: Courier New, or its substitute)"},
                 {"size", "N",
                  "print the text at N points, 1 to 1000; a page that is\n"
                  "larger than the paper is made to fit (default: the\n"

@@ -178,7 +178,7 @@ QByteArray program_help() {
     for (const OptionText& option : common_options())
         text += option_lines(option);
     text += option_lines({"version", "", "show the version and stop"});
-    text += "\n'printman COMMAND --help' tells more about a command.\n\nExit status:\n";
+    text += "\n'printman COMMAND --help' shows more about a command.\n\nExit status:\n";
     return text + indented(exit_statuses);
 }
 

@@ -323,7 +323,7 @@ bool ReportView::eventFilter(QObject* watched, QEvent* event) {
 
 void ReportView::resizeEvent(QResizeEvent* event) {
     manager_->resize(event->size());
-    // A page that is fitted anew loses its selection.
+    // A page that is fitted again loses its selection.
     emit selection_changed();
     QWidget::resizeEvent(event);
 }
