@@ -1,9 +1,10 @@
-#include "host/commandline.h"
-#include "host/console.h"
-#include "host/environment.h"
-#include "host/interrupt.h"
-#include "host/pendingfile.h"
-#include "host/settings.h"
+#include "host/cli/commandline.h"
+#include "host/cli/console.h"
+#include "host/files/paths.h"
+#include "host/jobs/interrupt.h"
+#include "host/jobs/scopedvariable.h"
+#include "host/settings/settings.h"
+#include "host/viewer/viewerprogram.h"
 
 #include <QApplication>
 
@@ -17,20 +18,21 @@ namespace {
 using host::CommandLine;
 using host::Outcome;
 
-/// What the toolkit is about to connect to; empty when it is connected or needs no display.
+/// The display to which the toolkit is about to connect; empty once it is connected, and when it
+/// needs none.
 QByteArray awaited_display;
 
-/// Standard error holds the program's own line and nothing else: the toolkit's remarks on the
-/// locale and on fonts are not for the user.
-void drop_toolkit_remarks(QtMsgType type, const QMessageLogContext& /*context*/,
-                          const QString& text) {
+/// Only the program's own messages go to standard error: the toolkit's remarks on the locale and on
+/// fonts are not for the user.
+void handle_toolkit_message(QtMsgType type, const QMessageLogContext& /*context*/,
+                            const QString& text) {
     if (type != QtFatalMsg)
         return;
     if (awaited_display.isEmpty()) {
         host::report_error(text.toLocal8Bit());
         return;
     }
-    // The toolkit would abort now; without a display that is nobody's fault.
+    // Without this the toolkit would abort.
     host::report_error("cannot open a window: there is no " + awaited_display);
     std::_Exit(Outcome::failed);
 }
@@ -45,14 +47,15 @@ QByteArray named_display() {
     return {};
 }
 
-/// The toolkit, without a display unless @p on_display. Where the session has no directory for
-/// sockets it would make one among the user's temporary files: it finds no place for that.
+/// Starts the toolkit, without a display unless @p on_display. Where the session has no directory
+/// for sockets the toolkit would create one under TMPDIR, which is therefore one that it cannot
+/// use.
 std::unique_ptr<QApplication> start_toolkit(int& argc, char** argv, bool on_display) {
     if (on_display)
         awaited_display = named_display();
     else
         qputenv("QT_QPA_PLATFORM", "offscreen");
-    const host::VariableMeanwhile nowhere("TMPDIR", "/dev/null");
+    const host::ScopedVariable unusable("TMPDIR", "/dev/null");
     auto application = std::make_unique<QApplication>(argc, argv);
     awaited_display.clear();
     QApplication::setApplicationName(QStringLiteral("printman"));
@@ -61,35 +64,40 @@ std::unique_ptr<QApplication> start_toolkit(int& argc, char** argv, bool on_disp
 }
 
 void prepare_signals() {
-    // The caller may have left these ignored: a tool's status must be known, and a reader that goes
-    // away is an error of writing.
+    // The caller may have set them otherwise. A tool's exit status is needed, and a pipe without a
+    // reader is a failed write.
     std::signal(SIGCHLD, SIG_DFL);
     std::signal(SIGPIPE, SIG_IGN);
     host::catch_interrupts();
 }
 
-Outcome tell(const CommandLine& line) {
-    if (line.wish == CommandLine::Wish::version)
+void print_help_or_version(const CommandLine& line) {
+    if (line.mode == CommandLine::Mode::version)
         host::print(host::version_text());
     else
         host::print(line.command ? host::command_help(*line.command) : host::program_help());
-    return Outcome::success();
+}
+
+bool is_viewer(const CommandLine& line) {
+    return line.command == &host::view_command;
 }
 
 Outcome run(const CommandLine& line) {
     if (line.settings && !host::is_text(*line.settings))
-        return Outcome::failure(*line.settings +
-                                ": The name is not valid in the locale's encoding");
+        return Outcome::failure(*line.settings + ": " + host::not_text);
     if (line.settings)
         host::host_settings() = host::Settings(host::absolute_path(*line.settings));
-    return line.command->run(line.arguments);
+    return is_viewer(line) ? host::run_viewer(line.arguments.operand(0))
+                           : line.command->run(line.arguments);
 }
 
+/// Reports an error.
+///
+/// @return the program's exit status
 int finish(const CommandLine& line, Outcome outcome) {
-    const int output_error = host::flush_output();
-    if (outcome.ok() && output_error != 0)
-        outcome = Outcome::failure(QByteArray("cannot write to standard output: ") +
-                                   std::strerror(output_error));
+    const Outcome printed = host::flush_output();
+    if (outcome.ok())
+        outcome = printed;
     if (outcome.status == Outcome::failed && host::interrupted())
         outcome = Outcome::failure("interrupted");
     if (outcome.status == Outcome::usage) {
@@ -107,21 +115,23 @@ int finish(const CommandLine& line, Outcome outcome) {
 
 int main(int argc, char** argv) {
     prepare_signals();
-    qInstallMessageHandler(drop_toolkit_remarks);
+    qInstallMessageHandler(handle_toolkit_message);
     QList<QByteArray> arguments;
     for (int i = 1; i < argc; ++i)
         arguments << QByteArray(argv[i]);
     const CommandLine line = host::parse_command_line(arguments);
-    if (!line.problem.ok())
-        return finish(line, line.problem);
-    if (line.wish != CommandLine::Wish::run)
-        return finish(line, tell(line));
+    if (!line.error.ok())
+        return finish(line, line.error);
+    if (line.mode != CommandLine::Mode::run) {
+        print_help_or_version(line);
+        return finish(line, Outcome::success());
+    }
 
-    const bool on_display = line.command->on_display;
+    const bool on_display = is_viewer(line);
     if (on_display && named_display().isEmpty())
         return finish(line, Outcome::failure("cannot open a window: there is no display; neither "
                                              "DISPLAY nor WAYLAND_DISPLAY is set"));
-    // The toolkit may not take arguments that are the user's.
+    // The toolkit must not interpret the user's arguments.
     int one = argc > 0 ? 1 : 0;
     const auto application = start_toolkit(one, argv, on_display);
     return finish(line, run(line));

@@ -30,7 +30,7 @@ HelpWindow::HelpWindow(QWidget* parent, const std::vector<KeyText>& keys) : QDia
     layout->addWidget(text);
     layout->addWidget(new QLabel(QStringLiteral("printman " PRINTMAN_VERSION)));
     layout->addWidget(buttons);
-    // High enough for all of it on an ordinary screen.
+    // High enough for the whole list on an ordinary screen.
     const QSize whole = text->document()->size().toSize() + QSize(40, 90);
     resize(whole.expandedTo(QSize(380, 0)).boundedTo(QSize(700, 760)));
 }

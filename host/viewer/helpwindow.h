@@ -6,7 +6,7 @@
 
 namespace host {
 
-/// A list of what keys and mouse do, that stays open beside the report.
+/// A list of what keys and mouse do, which can stay open beside the report.
 class HelpWindow : public QDialog {
     Q_OBJECT
 

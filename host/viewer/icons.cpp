@@ -14,7 +14,7 @@ namespace host {
 
 namespace {
 
-// The drawings stand on a square of this side.
+// The side of the square on which icons are drawn.
 constexpr double grid = 24;
 constexpr double line_width = 1.7;
 
@@ -160,8 +160,8 @@ QPainterPath outline(Picture picture) {
     return {};
 }
 
-/// Draws at the size that is wanted, in the palette of the moment: no picture is ever scaled, and a
-/// change of the palette shows at once.
+/// Draws at the requested size in the current palette: no picture is scaled, and a change of the
+/// palette shows at once.
 class LineIcon : public QIconEngine {
 public:
     explicit LineIcon(Picture picture) : picture_(picture) {}

@@ -4,7 +4,7 @@
 
 namespace host {
 
-/// What the viewer has pictures for.
+/// The icons of the viewer's actions.
 enum class Picture {
     open,
     first_page,
@@ -21,11 +21,11 @@ enum class Picture {
     help,
 };
 
-/// The icon of the desktop's theme where the theme has one for every picture, so that none looks
-/// out of place; else a line drawing in the palette's text colour, crisp at any size.
+/// The icon of the desktop's theme where the theme has all of them, so that they fit together; else
+/// a line drawing in the palette's text colour, crisp at any size.
 QIcon icon_of(Picture picture);
 
-/// The drawing alone.
+/// That drawing.
 QIcon drawn_icon(Picture picture);
 
 /// The program's own icon: a report's page.

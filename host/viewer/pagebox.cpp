@@ -48,7 +48,7 @@ void PageBox::choose() {
 
 void PageBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
-    // The click that brings the keyboard sets the cursor afterwards.
+    // The click that sets the focus moves the cursor afterwards.
     if (event->reason() == Qt::MouseFocusReason)
         QTimer::singleShot(0, this, &QLineEdit::selectAll);
     else

@@ -4,27 +4,27 @@
 
 namespace host {
 
-/// A field that shows "3 of 120" and takes the number of another page.
+/// A field that shows "3 of 120" and accepts the number of another page.
 ///
-/// While it has the keyboard it holds what the user types; Escape, or leaving it, brings back the
-/// page that is shown.
+/// While it has the keyboard focus it shows what the user types; Escape, or leaving it, brings back
+/// the current page.
 class PageBox : public QLineEdit {
     Q_OBJECT
 
 public:
     explicit PageBox(QWidget* parent = nullptr);
 
-    /// Shows that page, and makes room for the longest number; 0 pages for nothing at all.
+    /// Shows that page, with room for the longest number; with 0 pages the field is empty.
     void set_page(int page, int pages);
 
 signals:
-    /// The user wants page @p page, which there is.
+    /// The user has chosen page @p page, which exists.
     void page_chosen(int page);
 
-    /// What the user typed names no page; @p why says so in words.
-    void refused(const QString& why);
+    /// What the user typed is not the number of a page; @p error is for the user.
+    void refused(const QString& error);
 
-    /// The user is done here, with or without a choice.
+    /// The user leaves the field, with or without a choice.
     void left();
 
 protected:

@@ -11,8 +11,8 @@
 
 namespace host {
 
-ProgressDialog::ProgressDialog(QWidget* parent, const QString& what)
-    : QDialog(parent), what_(what), text_(new QLabel(what)), bar_(new QProgressBar) {
+ProgressDialog::ProgressDialog(QWidget* parent, const QString& activity)
+    : QDialog(parent), activity_(activity), text_(new QLabel(activity)), bar_(new QProgressBar) {
     setWindowTitle(QCoreApplication::applicationName());
     setWindowModality(Qt::WindowModal);
     text_->setTextFormat(Qt::PlainText);
@@ -30,22 +30,22 @@ ProgressDialog::ProgressDialog(QWidget* parent, const QString& what)
 }
 
 void ProgressDialog::show_pages(int done, int total) {
-    text_->setText(what_);
+    text_->setText(activity_);
     bar_->setRange(0, total);
     bar_->setValue(done);
     bar_->setFormat(page_text(done, total));
     bar_->setTextVisible(true);
 }
 
-void ProgressDialog::show_unknown() {
-    show_endless(what_);
+void ProgressDialog::show_busy() {
+    show_busy(activity_);
 }
 
 void ProgressDialog::show_waiting() {
-    show_endless(tr("%1: waiting for another print job").arg(what_));
+    show_busy(tr("%1: waiting for another print job").arg(activity_));
 }
 
-void ProgressDialog::show_endless(const QString& text) {
+void ProgressDialog::show_busy(const QString& text) {
     text_->setText(text);
     bar_->setRange(0, 0);
     bar_->setTextVisible(false);

@@ -7,21 +7,21 @@ class QProgressBar;
 
 namespace host {
 
-/// How far a long job is, with a button that cancels it. It never closes itself on a cancel: the
-/// job does, when it has stopped.
+/// Shows the progress of a long job, with a button that cancels it. The dialog stays open until the
+/// job has stopped.
 class ProgressDialog : public QDialog {
     Q_OBJECT
 
 public:
-    /// @param what what is being done
-    ProgressDialog(QWidget* parent, const QString& what);
+    /// @param activity what the job is doing
+    ProgressDialog(QWidget* parent, const QString& activity);
 
     void show_pages(int done, int total);
 
-    /// The job goes on, no one knows for how long.
-    void show_unknown();
+    /// Shows a busy indicator.
+    void show_busy();
 
-    /// The same, as another print job has what this one needs.
+    /// Shows a busy indicator, and that the job waits for another print job.
     void show_waiting();
 
     bool canceled() const { return canceled_; }
@@ -30,9 +30,9 @@ public slots:
     void reject() override;
 
 private:
-    void show_endless(const QString& text);
+    void show_busy(const QString& text);
 
-    QString what_;
+    QString activity_;
     QLabel* text_;
     QProgressBar* bar_;
     QPushButton* cancel_;

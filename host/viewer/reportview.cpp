@@ -1,9 +1,10 @@
 #include "host/viewer/reportview.h"
 
-#include "host/pagesetup.h"
-#include "host/pendingfile.h"
-#include "host/report.h"
-#include "host/viewer/screenfont.h"
+#include "host/files/inputfile.h"
+#include "host/files/paths.h"
+#include "host/jobs/openreport.h"
+#include "host/jobs/reportfont.h"
+#include "host/viewer/screenfontsettings.h"
 
 #include <printman/printman.h>
 #include <printman/render/screen.h>
@@ -22,7 +23,6 @@ namespace host {
 
 namespace {
 
-constexpr double base_point_size = 10;
 constexpr int wheel_step = 120; // eighths of a degree
 constexpr int show_current = 0;
 constexpr int min_width = 200;
@@ -30,7 +30,7 @@ constexpr int min_height = 150;
 
 } // namespace
 
-/// What tells a file from another, and from what it was.
+/// Identifies a file and its content.
 struct ReportView::Stamp {
     dev_t device = 0;
     ino_t inode = 0;
@@ -50,25 +50,18 @@ struct ReportView::Stamp {
     }
 };
 
-/// What is seen in the middle, as parts of the whole.
+/// The place in the middle of the view, as fractions of the page.
 struct ReportView::Middle {
     double x = 0;
     double y = 0;
 };
 
-QString ReportView::usual_zoom() {
+QString ReportView::default_zoom() {
     return QStringLiteral("100%");
 }
 
 QString ReportView::fit_name() {
     return QStringLiteral("fit");
-}
-
-QFont ReportView::usual_font() {
-    // Characters as wide as their cells, to the pixel: hinted ones are.
-    QFont font = report_font(QStringLiteral("Courier New"), base_point_size);
-    font.setHintingPreference(QFont::PreferFullHinting);
-    return font;
 }
 
 ReportView::ReportView(QByteArray path)
@@ -78,7 +71,7 @@ ReportView::ReportView(QByteArray path)
 }
 
 ReportView::~ReportView() {
-    // The library's widgets ask their manager.
+    // The library's widgets need their manager.
     delete scroll_;
 }
 
@@ -108,9 +101,9 @@ Outcome ReportView::open(const QString& zoom) {
     if (!scroll_)
         return Outcome::failure(path_ + ": The page cannot be shown");
     const bool known = manager_->zoom_ratio_names().contains(zoom);
-    const QString wanted = known ? zoom : usual_zoom();
+    const QString wanted = known ? zoom : default_zoom();
     const bool fits = zoom == fit_name();
-    if (!apply(wanted, fits) && (fits || !apply(usual_zoom(), true)))
+    if (!apply(wanted, fits) && (fits || !apply(default_zoom(), true)))
         return Outcome::failure(path_ + ": There is not enough memory to show a page");
     return show_page(1);
 }
@@ -118,7 +111,7 @@ Outcome ReportView::open(const QString& zoom) {
 void ReportView::make_view() {
     if (settings_have_font())
         manager_->load_screenfont();
-    const QFont font = usual_font();
+    const QFont font = screen_font();
     const QSize room = size();
     manager_->init_rpt_view(this, &room, settings_have_font() ? nullptr : &font);
     scroll_ = findChild<QScrollView*>();
@@ -130,7 +123,7 @@ void ReportView::watch_screen() {
     scroll_->viewport()->installEventFilter(this);
     auto* screen = scroll_->findChild<CScreen*>();
     screen->installEventFilter(this);
-    // Connected after the library's own, these hear of what that has made of the event.
+    // These are connected after the library's own slots, which change the selection first.
     connect(screen, &CScreen::mouse_press, this, &ReportView::selection_changed);
     connect(screen, &CScreen::mouse_move, this, &ReportView::selection_changed);
     connect(screen, &CScreen::mouse_release, this, &ReportView::selection_changed);
@@ -178,9 +171,9 @@ void ReportView::refresh() {
 QFont ReportView::take_font(Outcome& shown) {
     const Middle before = middle();
     auto* screen = findChild<CScreen*>();
-    // Nothing but the screen widget tells the font, and at 100 % it has the font's own size.
+    // Only the screen widget knows the font, and only at 100 % has it the font's own size.
     screen->setUpdatesEnabled(false);
-    manager_->zoom_rpt_page(usual_zoom());
+    manager_->zoom_rpt_page(default_zoom());
     QFont font = screen->font();
     screen->setUpdatesEnabled(true);
     const bool can_show = apply(zoom_, fits_) || apply(zoom_, true);
@@ -202,7 +195,7 @@ bool ReportView::offer_printers(const HostPrinters& printers) {
 }
 
 bool ReportView::apply(const QString& zoom, bool fits) {
-    // Preview lays the page out by the ratio that it will come back to.
+    // In preview this is the ratio for leaving it.
     const int shown = fits ? manager_->zoomout() : manager_->zoom_rpt_page(zoom);
     if (shown != 1)
         return false;
@@ -330,7 +323,7 @@ bool ReportView::eventFilter(QObject* watched, QEvent* event) {
 
 void ReportView::resizeEvent(QResizeEvent* event) {
     manager_->resize(event->size());
-    // A page that is fitted anew loses its selection.
+    // A page that is fitted again loses its selection.
     emit selection_changed();
     QWidget::resizeEvent(event);
 }

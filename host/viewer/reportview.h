@@ -1,7 +1,7 @@
 #pragma once
 
-#include "host/hostprinters.h"
-#include "host/outcome.h"
+#include "host/files/outcome.h"
+#include "host/printers/hostprinters.h"
 
 #include <QString>
 #include <QWidget>
@@ -13,12 +13,12 @@ class QScrollView;
 
 namespace host {
 
-/// Where to scroll.
+/// A direction and distance to scroll.
 enum class Scroll { line_up, line_down, left, right, screen_up, screen_down, top };
 
 /// A report and the library's view of it: one page at a time, at a zoom, with its selection.
 ///
-/// What is shown stays as it is when a page or a zoom cannot be shown.
+/// When a page or a zoom cannot be shown, what is shown stays as it is.
 class ReportView : public QWidget {
     Q_OBJECT
 
@@ -26,20 +26,16 @@ public:
     explicit ReportView(QByteArray path);
     ~ReportView() override;
 
-    /// The zoom that there is when none was chosen, and what fitting the page is called beside it.
-    static QString usual_zoom();
+    /// The name of the zoom when none was chosen, and the name that open() takes for a fitted page.
+    static QString default_zoom();
     static QString fit_name();
 
-    /// The font of the page when the settings name none.
-    static QFont usual_font();
-
-    /// Reads the report and shows its first page at the zoom of that name, the usual one for an
-    /// unknown name, or so that it fits where there is no memory for that.
-    ///
-    /// @return why not; there is nothing to see then
+    /// Opens the report and shows its first page at the zoom of that name, the default one for an
+    /// unknown name, or fitted where there is not enough memory for that. On failure nothing is
+    /// shown.
     Outcome open(const QString& zoom);
 
-    /// The report's file as it was named, and with its directory.
+    /// The name of the report's file, as it was given and as an absolute one.
     const QByteArray& path() const { return path_; }
     QByteArray absolute_path() const;
 
@@ -49,63 +45,66 @@ public:
     int page() const { return page_; }
     int pages() const;
 
-    /// Shows another page, its top first.
+    /// Shows another page, from its top.
     Outcome show_page(int page);
 
-    /// Shows the page anew, in the colours of the settings.
+    /// Shows the page again, in the colours of the settings.
     void refresh();
 
-    /// Shows the page in the font that the library has taken over, fitted when there is no memory
-    /// for it at the zoom of now.
+    /// Shows the page in the font that the library's dialog has set, fitted when there is not
+    /// enough memory for it at the current zoom.
     ///
-    /// @param shown receives why it is not shown
+    /// @param shown receives the outcome
     /// @return the font at 100 %
     QFont take_font(Outcome& shown);
 
-    /// Gives the printers to the library, unless it has these already.
+    /// Hands the printers to the library, unless it has these already.
     ///
     /// @return false when it has others, which it keeps
     bool offer_printers(const HostPrinters& printers);
 
-    /// The zoom's name, "150%", also while the page is made to fit.
+    /// The name of the zoom, such as "150%"; of a fitted page, the one that it would return to.
     const QString& zoom() const { return zoom_; }
     bool fits() const { return fits_; }
 
-    /// What open() takes to show a report in the same way.
+    /// The argument of open() that shows a report in the same way.
     QString zoom_or_fit() const { return fits_ ? fit_name() : zoom_; }
 
-    /// Shows the page at another zoom, and what was in the middle stays there.
+    /// Shows the page at another zoom, with the same place in the middle.
     Outcome set_zoom(const QString& name);
 
-    /// Shows the whole page, and again whenever the window's size changes.
+    /// Fits the page to the view, also when its size changes.
     Outcome fit();
 
-    /// The zoom @p steps steps larger, smaller when negative; none when there is no more.
+    /// The name of the zoom @p steps steps larger, or smaller when negative; empty when there is
+    /// none.
     QString zoom_beside(int steps) const;
 
     void scroll(Scroll where);
 
-    /// Gives the page the keyboard.
+    /// Gives the page the keyboard focus.
     void take_keyboard();
 
-    /// How many pieces are selected or found, and characters in them.
+    /// The number of pieces of text that are selected or found, and of their characters.
     int selected_pieces() const;
     int selected_characters() const;
 
-    /// Whether the file is the one that was opened, with what it held then.
+    /// Whether the file is still the one that was opened, with the same content.
     bool is_unchanged() const;
 
-    /// Room for the whole page without scrolling.
+    /// The size that shows the whole page without scrolling.
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 signals:
     void selection_changed();
 
-    /// A key of the page did not do what it does; @p why says so in one line.
-    void key_failed(const QString& why);
+    /// The action of a key of the page failed.
+    ///
+    /// @param error in one line
+    void key_failed(const QString& error);
 
-    /// Ctrl and the wheel: one step larger (1) or smaller (-1).
+    /// The user turned the wheel with Ctrl: one step larger (1) or smaller (-1).
     void zoom_wanted(int step);
 
 protected:
@@ -133,7 +132,7 @@ private:
     QString zoom_;
     bool fits_ = false;
     int page_ = 1;
-    int wheel_ = 0; ///< turned, in eighths of a degree, since the last step
+    int wheel_ = 0; ///< its rotation since the last step, in eighths of a degree
 };
 
 } // namespace host

@@ -12,18 +12,18 @@ class QWidget;
 
 namespace host {
 
-/// What the user can do in the viewer's window, beside the library's own mouse and keys. The window
-/// owns the actions and decides what each does and when it can be done.
+/// The actions of the viewer's window; the library handles further keys and the mouse by itself.
+/// The window owns the actions, connects them, and decides when they are enabled.
 struct ViewerActions {
     /// Makes the actions with their texts, icons and keys.
     explicit ViewerActions(QMainWindow& window);
 
     /// Fills the window's menu bar.
     ///
-    /// @param shown actions that show and hide parts of the window
+    /// @param shown the actions that show and hide parts of the window
     void add_menus(QMainWindow& window, const std::vector<QAction*>& shown);
 
-    /// Fills a tool bar; the two boxes get their places in it.
+    /// Fills a tool bar, with the two boxes in their places.
     void add_tools(QToolBar& bar, QWidget* page_box, QWidget* zoom_box) const;
 
     QAction* open;
@@ -52,7 +52,7 @@ struct ViewerActions {
     QMenu* recent;
 };
 
-/// What a key or the mouse does, for the user to read.
+/// A key, or a use of the mouse, and what it does, for the user.
 struct KeyText {
     QString key;
     QString what;

@@ -1,8 +1,5 @@
 #include "host/viewer/viewerstate.h"
 
-#include <QDir>
-#include <QFile>
-
 namespace host {
 
 namespace {
@@ -47,7 +44,7 @@ QByteArray ViewerState::value(const char* key) const {
 
 void ViewerState::keep(const char* key, const QByteArray& text) const {
     if (settings_.file_value(state_file, section, key) != text)
-        settings_.store(state_file, section, key, text);
+        settings_.store(state_file, section, {{key, text}});
 }
 
 QList<QByteArray> ViewerState::recent() const {
@@ -93,11 +90,7 @@ void ViewerState::keep_shown(const char* name, bool shown) const {
 }
 
 QByteArray default_state_directory() {
-    const QByteArray state = qgetenv("XDG_STATE_HOME");
-    if (state.startsWith('/'))
-        return state + "/printman";
-    const QByteArray home = qgetenv("HOME");
-    return (home.isEmpty() ? QFile::encodeName(QDir::homePath()) : home) + "/.local/state/printman";
+    return user_directory("XDG_STATE_HOME", ".local/state");
 }
 
 } // namespace host

@@ -14,10 +14,11 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLayout>
 #include <QMenu>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
@@ -29,7 +30,7 @@ namespace host {
 
 namespace {
 
-constexpr double screen_part = 0.9;
+constexpr double max_screen_part = 0.9; // of the first window
 
 QLabel* status_label() {
     auto* label = new QLabel;
@@ -42,7 +43,7 @@ QLabel* status_label() {
 
 QByteArray dropped_file(const QList<QUrl>& urls) {
     for (const QUrl& url : urls) {
-        // A name is bytes, which need not be text.
+        // A name need not be text.
         QByteArray path = QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1());
         if (url.isLocalFile() && path.startsWith('/') && !path.contains('\0'))
             return path;
@@ -51,12 +52,19 @@ QByteArray dropped_file(const QList<QUrl>& urls) {
 }
 
 ViewerWindow::ViewerWindow(ViewerState state)
-    : state_(std::move(state)), actions_(*this), tools_(addToolBar(tr("&Tool Bar"))),
-      geometry_text_(status_label()), selection_text_(status_label()), page_text_(status_label()) {
+    : state_(std::move(state)), messages_(*this), unstored_(messages_), jobs_(*this, messages_),
+      destination_({.window = *this,
+                    .messages = messages_,
+                    .jobs = jobs_,
+                    .unstored = unstored_,
+                    .reload = [this] { return reload(); }}),
+      actions_(*this), tools_(addToolBar(tr("&Tool Bar"))), geometry_text_(status_label()),
+      selection_text_(status_label()), page_text_(status_label()) {
     setWindowIcon(window_icon());
     setAcceptDrops(true);
     make_parts();
     connect_actions();
+    connect_zoom_actions();
     connect_boxes();
     update_all();
 }
@@ -87,36 +95,19 @@ void ViewerWindow::connect_actions() {
         connect(action, &QAction::triggered, this, what);
     };
     on(actions_.open, [this] { ask_open(); });
-    on(actions_.reload, [this] { open_or_tell(view_->path(), view_->page()); });
-    on(actions_.save_page, [this] {
-        save_page(ask_name(tr("Save Page as Text"), tr(" page %1").arg(view_->page()),
-                           QStringLiteral("txt"), tr("Text files (*.txt)")));
-    });
-    on(actions_.save_report, [this] {
-        save_report(ask_name(tr("Save Report as Text"), QString(), QStringLiteral("txt"),
-                             tr("Text files (*.txt)")));
-    });
-    on(actions_.export_pdf, [this] {
-        export_pdf(
-            ask_name(tr("Export PDF"), QString(), QStringLiteral("pdf"), tr("PDF files (*.pdf)")));
-    });
-    on(actions_.print_page, [this] { print_page(); });
-    on(actions_.print_report, [this] { print_report(); });
-    on(actions_.destination, [this] { ask_destination(); });
+    on(actions_.reload, [this] { reload(); });
+    on(actions_.save_page, [this] { jobs_.ask_save_page(); });
+    on(actions_.save_report, [this] { jobs_.ask_save_report(); });
+    on(actions_.export_pdf, [this] { jobs_.ask_export_pdf(); });
+    on(actions_.print_page, [this] { jobs_.print_page(); });
+    on(actions_.print_report, [this] { jobs_.print_report(); });
+    on(actions_.destination, [this] { destination_.ask(); });
     on(actions_.quit, [this] { close(); });
     on(actions_.copy, [this] { view_->manager().save_to_clipboard(); });
-    on(actions_.copy_report, [this] { copy_report(); });
+    on(actions_.copy_report, [this] { jobs_.copy_report(); });
     on(actions_.find, [this] {
         view_->manager().search_text();
         update_selection();
-    });
-    on(actions_.zoom_in, [this] { zoom_by(1); });
-    on(actions_.zoom_out, [this] { zoom_by(-1); });
-    on(actions_.zoom_usual,
-       [this] { note(tr("The zoom stays as it is."), view_->set_zoom(ReportView::usual_zoom())); });
-    on(actions_.fit, [this] {
-        note(tr("The zoom stays as it is."),
-             view_->fits() ? view_->set_zoom(view_->zoom()) : view_->fit());
     });
     on(actions_.colours, [this] { change_colours(); });
     on(actions_.first, [this] { show_page(1); });
@@ -126,6 +117,16 @@ void ViewerWindow::connect_actions() {
     on(actions_.go_to, [this] { page_box_->setFocus(Qt::ShortcutFocusReason); });
     on(actions_.help, [this] { show_help(); });
     connect(actions_.recent, &QMenu::aboutToShow, this, &ViewerWindow::fill_recent);
+    connect(&destination_, &ReportDestination::view_changed, this, &ViewerWindow::update_all);
+}
+
+void ViewerWindow::connect_zoom_actions() {
+    connect(actions_.zoom_in, &QAction::triggered, this, [this] { zoom_by(1); });
+    connect(actions_.zoom_out, &QAction::triggered, this, [this] { zoom_by(-1); });
+    connect(actions_.zoom_usual, &QAction::triggered, this,
+            [this] { update_zoom(view_->set_zoom(ReportView::default_zoom())); });
+    connect(actions_.fit, &QAction::triggered, this,
+            [this] { update_zoom(view_->fits() ? view_->set_zoom(view_->zoom()) : view_->fit()); });
 }
 
 void ViewerWindow::connect_boxes() {
@@ -133,13 +134,13 @@ void ViewerWindow::connect_boxes() {
     connect(page_box_, &PageBox::page_chosen, this, &ViewerWindow::show_page);
     connect(page_box_, &PageBox::left, this, back_to_page);
     connect(page_box_, &PageBox::refused, this,
-            [this](const QString& why) { statusBar()->showMessage(why, 5000); });
+            [this](const QString& error) { messages_.show(error); });
     connect(zoom_box_, &ZoomBox::zoom_chosen, this, [this](const QString& name) {
-        note(tr("The zoom stays as it is."), view_->set_zoom(name));
+        update_zoom(view_->set_zoom(name));
         view_->take_keyboard();
     });
     connect(zoom_box_, &ZoomBox::fit_chosen, this, [this] {
-        note(tr("The zoom stays as it is."), view_->fit());
+        update_zoom(view_->fit());
         view_->take_keyboard();
     });
     connect(zoom_box_, &ZoomBox::left, this, back_to_page);
@@ -148,9 +149,9 @@ void ViewerWindow::connect_boxes() {
 void ViewerWindow::connect_view() {
     connect(view_, &ReportView::selection_changed, this, &ViewerWindow::update_selection);
     connect(view_, &ReportView::zoom_wanted, this, &ViewerWindow::zoom_by);
-    connect(view_, &ReportView::key_failed, this, [this](const QString& why) {
-        tell(tr("The clipboard was not shown in the browser."),
-             Outcome::failure(QFile::encodeName(why)));
+    connect(view_, &ReportView::key_failed, this, [this](const QString& error) {
+        messages_.report(tr("The clipboard was not shown in the browser."),
+                         Outcome::failure(QFile::encodeName(error)));
     });
 }
 
@@ -166,6 +167,8 @@ Outcome ViewerWindow::open(const QByteArray& path, int page) {
         return opened;
     const bool first = !view_;
     view_ = fresh.release();
+    jobs_.set_view(*view_);
+    destination_.set_view(*view_);
     setCentralWidget(view_);
     connect_view();
     if (first)
@@ -176,21 +179,25 @@ Outcome ViewerWindow::open(const QByteArray& path, int page) {
     return opened;
 }
 
-bool ViewerWindow::open_or_tell(const QByteArray& path, int page) {
-    if (busy_)
+bool ViewerWindow::open_or_report(const QByteArray& path, int page) {
+    if (jobs_.is_busy())
         return true;
     QApplication::setOverrideCursor(Qt::WaitCursor);
     Outcome opened = open(path, page);
     QApplication::restoreOverrideCursor();
-    tell(tr("The report cannot be opened."), opened);
+    messages_.report(tr("The report cannot be opened."), opened);
     return opened.ok();
+}
+
+bool ViewerWindow::reload() {
+    return open_or_report(view_->path(), view_->page());
 }
 
 void ViewerWindow::restore_state() {
     const QRect room = screen()->availableGeometry();
     if (!restoreGeometry(state_.geometry())) {
         layout()->activate();
-        resize(sizeHint().boundedTo(room.size() * screen_part));
+        resize(sizeHint().boundedTo(room.size() * max_screen_part));
     }
     resize(size().boundedTo(room.size()));
 }
@@ -206,32 +213,38 @@ void ViewerWindow::keep_state() const {
 void ViewerWindow::show_page(int page) {
     Outcome shown = view_->show_page(page);
     update_all();
-    tell(tr("The page cannot be shown."), shown);
+    messages_.report(tr("The page cannot be shown."), shown);
 }
 
 void ViewerWindow::zoom_by(int steps) {
     const QString zoom = view_->zoom_beside(steps);
     if (!zoom.isEmpty())
-        note(tr("The zoom stays as it is."), view_->set_zoom(zoom));
+        update_zoom(view_->set_zoom(zoom));
 }
 
-void ViewerWindow::note(const QString& what, const Outcome& outcome) {
+void ViewerWindow::update_zoom(const Outcome& changed) {
     update_all();
-    tell(what, outcome);
-}
-
-void ViewerWindow::tell(const QString& what, const Outcome& outcome) {
-    if (outcome.ok())
-        return;
-    QMessageBox box(QMessageBox::Warning, QCoreApplication::applicationName(),
-                    what + QStringLiteral("\n\n") + QFile::decodeName(outcome.message),
-                    QMessageBox::Ok, this);
-    // What a file's name or a tool says is never markup.
-    box.setTextFormat(Qt::PlainText);
-    box.exec();
+    messages_.report(tr("The zoom stays as it is."), changed);
 }
 
 void ViewerWindow::update_all() {
+    update_actions();
+    const int page = view_ ? view_->page() : 0;
+    const int pages = view_ ? view_->pages() : 0;
+    page_box_->set_page(page, pages);
+    if (view_) {
+        zoom_box_->set_zoom(view_->zoom(), view_->fits());
+        geometry_text_->setText(geometry_text(view_->columns(), view_->lines(), pages));
+        page_text_->setText(tr("Page %1").arg(page));
+        QString name = short_name(view_->path());
+        // "[*]" would be replaced by the mark of a changed document.
+        name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
+        setWindowTitle(tr("%1 \u2013 printman").arg(name));
+    }
+    update_selection();
+}
+
+void ViewerWindow::update_actions() {
     const int page = view_ ? view_->page() : 0;
     const int pages = view_ ? view_->pages() : 0;
     for (QAction* action :
@@ -248,19 +261,8 @@ void ViewerWindow::update_all() {
     actions_.zoom_in->setEnabled(view_ && !view_->zoom_beside(1).isEmpty());
     actions_.zoom_out->setEnabled(view_ && !view_->zoom_beside(-1).isEmpty());
     actions_.zoom_usual->setEnabled(view_ &&
-                                    (view_->fits() || view_->zoom() != ReportView::usual_zoom()));
+                                    (view_->fits() || view_->zoom() != ReportView::default_zoom()));
     actions_.fit->setChecked(view_ && view_->fits());
-    page_box_->set_page(page, pages);
-    if (view_) {
-        zoom_box_->set_zoom(view_->zoom(), view_->fits());
-        geometry_text_->setText(geometry_text(view_->columns(), view_->lines(), pages));
-        page_text_->setText(tr("Page %1").arg(page));
-        QString name = short_name(view_->path());
-        // This would be taken for the mark of a changed document.
-        name.replace(QStringLiteral("[*]"), QStringLiteral("[*][*]"));
-        setWindowTitle(tr("%1 \u2013 printman").arg(name));
-    }
-    update_selection();
 }
 
 void ViewerWindow::update_selection() {
@@ -279,7 +281,7 @@ void ViewerWindow::fill_recent() {
         QAction* action =
             actions_.recent->addAction(QStringLiteral("&%1  %2").arg(++number % 10).arg(name));
         connect(action, &QAction::triggered, this, [this, file] {
-            if (!open_or_tell(file))
+            if (!open_or_report(file))
                 state_.remove_recent(file);
         });
     }
@@ -290,8 +292,33 @@ void ViewerWindow::fill_recent() {
     connect(forget, &QAction::triggered, this, [this] { state_.clear_recent(); });
 }
 
+void ViewerWindow::ask_open() {
+    const QString here =
+        view_ ? QFileInfo(QFile::decodeName(view_->absolute_path())).path() : QString();
+    const QString name = QFileDialog::getOpenFileName(this, tr("Open Report"), here,
+                                                      tr("Reports (*.rpt);;All files (*)"));
+    if (!name.isEmpty())
+        open_or_report(QFile::encodeName(name));
+}
+
+void ViewerWindow::change_colours() {
+    if (view_->manager().select_screencolor() == 1)
+        view_->refresh();
+    unstored_.report_once();
+}
+
+void ViewerWindow::show_help() {
+    if (!help_) {
+        help_ = new HelpWindow(this, key_texts(actions_));
+        help_->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    help_->show();
+    help_->raise();
+    help_->activateWindow();
+}
+
 void ViewerWindow::closeEvent(QCloseEvent* event) {
-    if (busy_) {
+    if (jobs_.is_busy()) {
         event->ignore();
         return;
     }
@@ -300,7 +327,7 @@ void ViewerWindow::closeEvent(QCloseEvent* event) {
 }
 
 void ViewerWindow::dragEnterEvent(QDragEnterEvent* event) {
-    if (!busy_ && !QApplication::activeModalWidget() &&
+    if (!jobs_.is_busy() && !QApplication::activeModalWidget() &&
         !dropped_file(event->mimeData()->urls()).isEmpty())
         event->acceptProposedAction();
 }
@@ -308,8 +335,8 @@ void ViewerWindow::dragEnterEvent(QDragEnterEvent* event) {
 void ViewerWindow::dropEvent(QDropEvent* event) {
     const QByteArray file = dropped_file(event->mimeData()->urls());
     event->acceptProposedAction();
-    // Whoever dropped it waits until this returns.
-    QTimer::singleShot(0, this, [this, file] { open_or_tell(file); });
+    // The program that the file was dragged from waits until this function returns.
+    QTimer::singleShot(0, this, [this, file] { open_or_report(file); });
 }
 
 } // namespace host

@@ -1,30 +1,29 @@
 #pragma once
 
-#include "host/hostprinters.h"
-#include "host/outcome.h"
+#include "host/files/outcome.h"
+#include "host/viewer/messages.h"
+#include "host/viewer/reportdestination.h"
+#include "host/viewer/reportjobs.h"
+#include "host/viewer/unstoredsettings.h"
 #include "host/viewer/vieweractions.h"
 #include "host/viewer/viewerstate.h"
 
 #include <QMainWindow>
 #include <QPointer>
 
-#include <functional>
-
 class QLabel;
-struct PrintDest;
 
 namespace host {
 
 class HelpWindow;
-class HostPrinters;
-class JobWatch;
 class PageBox;
 class ReportView;
 class ZoomBox;
 
-/// The viewer's window: a report, and what the user does with it.
+/// The viewer's window: the view of a report, with actions, boxes and status bar that are in line
+/// with what is shown.
 ///
-/// What goes wrong is told once, in a message box, and leaves what is shown as it is.
+/// An error is reported once, in a message box, and what is shown stays as it is.
 class ViewerWindow : public QMainWindow {
     Q_OBJECT
 
@@ -34,27 +33,22 @@ public:
 
     /// Shows another report; on failure the one that is shown stays.
     ///
-    /// @param page where to begin, from 1; the last page when there are fewer
+    /// @param page the first one to show, from 1; the last page when there are fewer
     Outcome open(const QByteArray& path, int page = 1);
 
-    /// Opens it and tells the user when that fails; during a job it does nothing.
+    /// Opens it and reports a failure to the user; during a job it does nothing.
     ///
     /// @return false when it failed
-    bool open_or_tell(const QByteArray& path, int page = 1);
+    bool open_or_report(const QByteArray& path, int page = 1);
 
-    /// What is shown; null before the first report.
+    /// The view of the report that is shown; null before the first one.
     ReportView* view() const { return view_; }
+
+    /// The jobs on that report.
+    ReportJobs& jobs() { return jobs_; }
 
     /// Keeps the window's place, its parts and the zoom for the next run.
     void keep_state() const;
-
-    // Jobs on the report, each into a file of that name.
-    void save_page(const QByteArray& out);
-    void save_report(const QByteArray& out);
-    void export_pdf(const QByteArray& out);
-
-    /// Puts the whole report on the clipboard.
-    void copy_report();
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -64,51 +58,33 @@ protected:
 private:
     void make_parts();
     void connect_actions();
+    void connect_zoom_actions();
     void connect_boxes();
     void connect_view();
     void restore_state();
 
+    bool reload();
     void show_page(int page);
     void zoom_by(int steps);
-    void note(const QString& what, const Outcome& outcome);
-    void tell(const QString& what, const Outcome& outcome);
+
+    /// Updates the window, and reports an error of changing the zoom.
+    void update_zoom(const Outcome& changed);
 
     /// Brings actions, boxes, title and status bar in line with what is shown.
     void update_all();
+    void update_actions();
     void update_selection();
     void fill_recent();
 
     void ask_open();
-    void ask_destination();
     void change_colours();
-    void print_page();
-    void print_report();
     void show_help();
 
-    /// Asks for a file name to save under; empty for none.
-    QByteArray ask_name(const QString& title, const QString& addition, const QString& suffix,
-                        const QString& kind);
-    bool is_current(const QString& what);
-
-    // What the user chose in the library's dialog.
-    bool offer_printers(const HostPrinters& printers);
-    void send_to(const PrintDest& record, const HostPrinters& printers);
-    void show_in_font();
-    void print_to(const PrintDest& record, const HostPrinters& printers);
-    void save_to(const QByteArray& out);
-    bool may_replace(const QByteArray& out);
-
-    /// Says once in the status bar that settings cannot be stored, when that is so.
-    void tell_unstored();
-
-    /// Prints the report.
-    ///
-    /// @param print a job, and whether the user went on to print
-    void print_by(const std::function<Outcome(JobWatch&, bool& chosen)>& print);
-    void run_job(const QString& label, const QString& what,
-                 const std::function<Outcome(JobWatch&)>& job, const QString& done);
-
     ViewerState state_;
+    Messages messages_;
+    UnstoredSettings unstored_;
+    ReportJobs jobs_;
+    ReportDestination destination_;
     ViewerActions actions_;
     ReportView* view_ = nullptr;
     QPointer<HelpWindow> help_;
@@ -118,14 +94,9 @@ private:
     QLabel* geometry_text_;
     QLabel* selection_text_;
     QLabel* page_text_;
-    QString save_directory_;
-    QList<QByteArray> told_faults_; ///< of the lists of printers
-    bool unstored_font_ = false;
-    bool told_unstored_ = false;
-    bool busy_ = false;
 };
 
-/// The file that a drag of files brings first; empty when it brings none of this machine.
+/// The first local file of dragged URLs; empty when there is none.
 QByteArray dropped_file(const QList<QUrl>& urls);
 
 } // namespace host

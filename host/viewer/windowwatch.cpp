@@ -1,6 +1,6 @@
 #include "host/viewer/windowwatch.h"
 
-#include "host/interrupt.h"
+#include "host/jobs/interrupt.h"
 #include "host/viewer/progressdialog.h"
 
 #include <QCoreApplication>
@@ -11,12 +11,12 @@ namespace host {
 namespace {
 
 constexpr qint64 first_shown = 500; // milliseconds
-constexpr qint64 between_looks = 40;
+constexpr qint64 event_interval = 40;
 
 } // namespace
 
-WindowWatch::WindowWatch(QWidget* window, const QString& what)
-    : dialog_(std::make_unique<ProgressDialog>(window, what)) {
+WindowWatch::WindowWatch(QWidget* window, const QString& activity)
+    : dialog_(std::make_unique<ProgressDialog>(window, activity)) {
     clock_.start();
 }
 
@@ -26,26 +26,26 @@ bool WindowWatch::pages_done(int done, int total) {
     if (clock_.elapsed() < next_)
         return !stopped();
     dialog_->show_pages(done, total);
-    return look();
+    return process_events();
 }
 
 bool WindowWatch::tool_works() {
-    dialog_->show_unknown();
-    return look();
+    dialog_->show_busy();
+    return process_events();
 }
 
 bool WindowWatch::waits() {
     dialog_->show_waiting();
-    return look();
+    return process_events();
 }
 
-bool WindowWatch::look() {
+bool WindowWatch::process_events() {
     if (clock_.elapsed() >= first_shown)
         dialog_->show();
-    // What the user does meanwhile is for the dialog, or waits until the job is done.
+    // Without the dialog the user's input waits until the job is done.
     QCoreApplication::processEvents(dialog_->isVisible() ? QEventLoop::AllEvents
                                                          : QEventLoop::ExcludeUserInputEvents);
-    next_ = clock_.elapsed() + between_looks;
+    next_ = clock_.elapsed() + event_interval;
     return !stopped();
 }
 

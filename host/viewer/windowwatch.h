@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/jobwatch.h"
+#include "host/jobs/jobwatch.h"
 
 #include <QElapsedTimer>
 #include <QString>
@@ -13,13 +13,13 @@ namespace host {
 
 class ProgressDialog;
 
-/// Watches a long job from a window: after half a second it shows how far the job is, in a dialog
-/// that can cancel it. The window is repainted all the time, and takes no other input meanwhile.
+/// Follows a long job of a window: after half a second its progress is shown in a dialog that can
+/// cancel it. During the job the window is repainted but takes no input.
 class WindowWatch : public JobWatch {
 public:
-    /// @param window the job's window
-    /// @param what   what is being done, for the user
-    WindowWatch(QWidget* window, const QString& what);
+    /// @param window   the job's window
+    /// @param activity what the job is doing, for the user
+    WindowWatch(QWidget* window, const QString& activity);
     ~WindowWatch() override;
 
     bool pages_done(int done, int total) override;
@@ -30,7 +30,7 @@ public:
     bool stopped() const;
 
 private:
-    bool look();
+    bool process_events();
 
     std::unique_ptr<ProgressDialog> dialog_;
     QElapsedTimer clock_;

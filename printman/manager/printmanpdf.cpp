@@ -61,7 +61,7 @@ void CPrintMan::set_watermark_info(const char* text, const char* family, int poi
                     .family = utf8_or_latin1_field(family, watermark_family_size),
                     .point_size = point_size,
                     .angle = angle,
-                    .colour = colour,
+                    .colour = color,
                     .x = x,
                     .y = y,
                     .in_front = in_front != 0};

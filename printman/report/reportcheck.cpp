@@ -80,7 +80,8 @@ private:
     void check_cells(std::string_view piece);
     void check_field(const EscapeField& field, std::string_view text, long column);
     const char* misplacement(const EscapeField& field, long columns) const;
-    void report_at(long line, const std::string& what);
+    void report_at(long line, const std::string& what, ReportFault::Kind kind = ReportFault::other);
+    void report_geometry(const std::string& what) { report_at(line_, what, ReportFault::geometry); }
     void report(const std::string& what) { report_at(line_, what); }
     void report(Kind kind, const std::string& what);
 
@@ -104,9 +105,9 @@ private:
     std::vector<int16_t> starts_; ///< where the piece's markers start
 };
 
-void Checker::report_at(long line, const std::string& what) {
+void Checker::report_at(long line, const std::string& what, ReportFault::Kind kind) {
     if (!stopped_)
-        stopped_ = !sink_({line, what});
+        stopped_ = !sink_({line, what, kind});
 }
 
 void Checker::report(Kind kind, const std::string& what) {
@@ -204,14 +205,14 @@ void Checker::take_top_line(std::string_view piece) {
 void Checker::take_first_geometry(const TopLine& top) {
     geometry_ = top;
     if (top.kind == TopLine::no_geometry)
-        report("the first page start has no geometry (" +
-               quoted(std::string(page_top_mark) + " columns,lines") + ')');
+        report_geometry("the first page start has no geometry (" +
+                        quoted(std::string(page_top_mark) + " columns,lines") + ')');
     else if (top.kind == TopLine::out_of_range)
-        report("geometry " + geometry_text(top) + " is out of range: 1 to " +
-               std::to_string(max_page_columns) + " columns and lines, " +
-               std::to_string(max_page_cells) + " cells");
+        report_geometry("geometry " + geometry_text(top) + " is out of range: 1 to " +
+                        std::to_string(max_page_columns) + " columns and lines, " +
+                        std::to_string(max_page_cells) + " cells");
     else if (top.kind == TopLine::no_lines)
-        report("geometry " + geometry_text(top) + " has no lines");
+        report_geometry("geometry " + geometry_text(top) + " has no lines");
 }
 
 void Checker::take_end_line() {

@@ -9,8 +9,14 @@ namespace printman {
 
 /// A fault in a report, a mistake of the program that produced it.
 struct ReportFault {
+    enum Kind {
+        other,
+        geometry ///< the page size that counts for the whole report is missing or absurd
+    };
+
     long line = 0;    ///< 1-based line of the file; 0 for the file as a whole
     std::string what; ///< description in one line
+    Kind kind = other;
 };
 
 /// Checks the report file @p path and calls @p sink for every fault, in file order.

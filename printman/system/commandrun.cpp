@@ -89,11 +89,13 @@ pid_t watch(pid_t child, int& status, JobControl& control, bool& is_canceled) {
 
 } // namespace
 
+int CommandResult::ending_signal() const {
+    const int told = status - shell_signal_base;
+    return signal == 0 && told >= 1 && told < SIGRTMIN ? told : signal;
+}
+
 bool CommandResult::is_interrupted() const {
-    for (const int interrupt : {SIGINT, SIGQUIT})
-        if (signal == interrupt || status == shell_signal_base + interrupt)
-            return true;
-    return false;
+    return ending_signal() == SIGINT || ending_signal() == SIGQUIT;
 }
 
 CommandResult run_command(const QByteArray& command, JobControl* control) {
@@ -126,9 +128,11 @@ Result command_failure(const QByteArray& command, const CommandResult& result) {
     if (result.is_canceled)
         return Result::canceled();
     QString end = result.error;
-    if (end.isEmpty())
-        end = result.signal != 0 ? QStringLiteral("was ended by signal %1").arg(result.signal)
-                                 : QStringLiteral("failed with status %1").arg(result.status);
+    if (end.isEmpty()) {
+        const int signal = result.ending_signal();
+        end = signal != 0 ? QStringLiteral("was ended by signal %1").arg(signal)
+                          : QStringLiteral("failed with status %1").arg(result.status);
+    }
     return tool_failure(command, end);
 }
 

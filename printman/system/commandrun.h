@@ -17,6 +17,10 @@ struct CommandResult {
 
     bool ok() const { return status == 0 && signal == 0 && error.isEmpty() && !is_canceled; }
 
+    /// The signal that ended the command or, as a shell's exit status says it, the program that the
+    /// command ran last; else 0.
+    int ending_signal() const;
+
     /// Whether the user ended it from the terminal.
     bool is_interrupted() const;
 };

@@ -81,6 +81,20 @@ TEST(RunCommand, knowsTheSignal) {
     EXPECT_TRUE(run_command("exit 130").is_interrupted());
 }
 
+TEST(RunCommand, readsASignalFromTheStatusOfAShell) {
+    const auto end = [](int status) {
+        CommandResult result;
+        result.status = status;
+        return command_failure("ps2pdf a b", result).tool_end();
+    };
+    EXPECT_EQ(end(137), QStringLiteral("was ended by signal 9"));
+    EXPECT_EQ(end(129), QStringLiteral("was ended by signal 1"));
+    EXPECT_EQ(end(159), QStringLiteral("was ended by signal 31"));
+    EXPECT_EQ(end(128), QStringLiteral("failed with status 128"));
+    EXPECT_EQ(end(170), QStringLiteral("failed with status 170"));
+    EXPECT_EQ(end(255), QStringLiteral("failed with status 255"));
+}
+
 TEST(RunCommand, knowsTheStatusWhereTheHostIgnoresItsChildren) {
     const SignalHandling ignored(SIGCHLD, SIG_IGN);
     EXPECT_EQ(run_command("exit 3").status, 3);
