@@ -27,9 +27,9 @@ Outcome run_import(const Arguments& arguments) {
     rules.asa = arguments.has("asa");
     Outcome valid = check_output(listing, out);
     if (valid.ok())
-        valid = read_number(arguments, "columns", max_page_columns, rules.columns);
+        valid = read_number(arguments, "columns", printman::max_page_columns, rules.columns);
     if (valid.ok())
-        valid = read_number(arguments, "lines", max_page_lines, rules.page_lines);
+        valid = read_number(arguments, "lines", printman::max_page_lines, rules.page_lines);
     if (!valid.ok())
         return valid;
     Progress progress("MiB");

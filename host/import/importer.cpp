@@ -2,7 +2,6 @@
 
 #include "host/files/inputfile.h"
 #include "host/files/pendingfile.h"
-#include "host/import/reportlimits.h"
 
 #include <printman/report/marker.h>
 
@@ -18,10 +17,10 @@ constexpr int default_page_lines = 66;
 
 /// An error message when the format cannot hold a line; else empty.
 std::string check_line(const std::string& escaped) {
-    if (escaped.size() <= max_line_bytes)
+    if (escaped.size() <= printman::max_line_bytes)
         return {};
     return "the line takes " + std::to_string(escaped.size()) +
-           " bytes in a report; the limit is " + std::to_string(max_line_bytes);
+           " bytes in a report; the limit is " + std::to_string(printman::max_line_bytes);
 }
 
 /// The first pass: how large the pages are.
@@ -139,13 +138,14 @@ Outcome measure(ListingFile& file, const QByteArray& path, const ListingRules& r
         size.lines = rules.page_lines;
     else if (!reader.has_page_breaks())
         size.lines = default_page_lines;
-    else if (sink.longest_page() <= max_page_lines)
+    else if (sink.longest_page() <= printman::max_page_lines)
         size.lines = std::max(1, static_cast<int>(sink.longest_page()));
     else
         return Outcome::failure(path + ": A page has " + QByteArray::number(sink.longest_page()) +
-                                " lines, more than " + QByteArray::number(max_page_lines) +
+                                " lines, more than " +
+                                QByteArray::number(printman::max_page_lines) +
                                 "; use --lines to break it");
-    if (static_cast<long long>(size.columns) * size.lines > max_page_cells)
+    if (static_cast<long long>(size.columns) * size.lines > printman::max_page_cells)
         return Outcome::failure(path + ": A page of " + QByteArray::number(size.columns) +
                                 " columns and " + QByteArray::number(size.lines) +
                                 " lines is too large");

@@ -64,7 +64,7 @@ size_t ListingReader::take_plain(std::string_view bytes) {
 }
 
 int ListingReader::line_limit() const {
-    return rules_.columns > 0 ? rules_.columns : max_page_columns;
+    return rules_.columns > 0 ? rules_.columns : int{printman::max_page_columns};
 }
 
 bool ListingReader::take(char byte) {

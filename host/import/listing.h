@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/import/reportlimits.h"
+#include <printman/report/format.h>
 
 #include <cstddef>
 #include <string>

@@ -282,3 +282,23 @@ TEST(ReportCheck, randomBytesAreReadToTheEnd) {
     for (int i = 0; i < 2000; ++i)
         faults(maker.text(60));
 }
+
+TEST(ReportCheck, saysWhichFaultIsAboutThePageSizeOfTheReport) {
+    const auto kinds = [](std::string_view bytes) {
+        const MemoryFile file;
+        std::vector<ReportFault::Kind> list;
+        EXPECT_EQ(check_report(file.write(bytes),
+                               [&list](const ReportFault& fault) {
+                                   list.push_back(fault.kind);
+                                   return true;
+                               }),
+                  0);
+        return list;
+    };
+    for (const char* top : {"#!?PAGETOP\n", "#!?PAGETOP 99999,1\n", "#!?PAGETOP 80,0\n"})
+        EXPECT_THAT(kinds(std::string(top) + "#!?PAGEEND\n"),
+                    testing::Contains(ReportFault::geometry))
+            << top;
+    EXPECT_THAT(kinds("lost\n#!?PAGETOP 80,1\n#!?PAGEEND\n#!?PAGETOP 132,66\n#!?PAGEEND\n"),
+                ElementsAre(ReportFault::other, ReportFault::other));
+}
