@@ -25,11 +25,11 @@ public:
     State validate(QString& text, int& cursor) const override;
 };
 
-/// Lets the user choose a printer of the host's list or of the setup file.
+/// Lets the user choose a printer from the host's list or from the setup file.
 ///
 /// @param printman  has the host's list; may be null
-/// @param on_server whether the host's printers are offered
-/// @return the printer's id; none when the dialog is canceled, or goes with @p parent
+/// @param on_server offers the host's list instead of the setup file
+/// @return the printer's id; none when the dialog is canceled or destroyed with @p parent
 std::optional<QString> choose_printer(QWidget* parent, CPrintMan* printman, bool on_server);
 
 /// The same for a local printer of the system.
@@ -37,7 +37,7 @@ std::optional<QString> choose_unix_printer(QWidget* parent, CPrintMan* printman)
 
 /// Lets the user choose the file to save in, with the extension of the filter chosen.
 ///
-/// @return its path; none when the dialog is canceled, or goes with @p parent
+/// @return its path; none when the dialog is canceled or destroyed with @p parent
 std::optional<QString> choose_dest_file(QWidget* parent);
 
 } // namespace printman

@@ -51,10 +51,10 @@ QString font_in_words(const QFont& font, int weight) {
     return translated("%1, %2, %3").arg(font.family(), style, size);
 }
 
-QByteArray fitting_file_name(const QString& name, qsizetype room) {
+QByteArray fitting_file_name(const QString& name, qsizetype max_bytes) {
     const QByteArray bytes = QFile::encodeName(name);
-    qsizetype length = std::min(bytes.size(), room);
-    // A byte of the form 10xxxxxx goes on with a character.
+    qsizetype length = std::min(bytes.size(), max_bytes);
+    // A byte of the form 10xxxxxx continues a character.
     while (length > 0 && length < bytes.size() && (bytes.at(length) & 0xC0) == 0x80)
         --length;
     return bytes.left(length);

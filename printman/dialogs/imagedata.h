@@ -1,6 +1,6 @@
 #pragma once
 
-// The compressed pixels of the embedded images, see EmbeddedImage.
+// The compressed pixels of the embedded images; see EmbeddedImage.
 
 namespace printman {
 

@@ -9,7 +9,7 @@ namespace {
 
 MimeSourceFactory_printman* image_source = nullptr;
 
-/// The default factory is made before the first of these is, and so goes after it.
+/// The constructor creates the default factory, which is therefore destroyed after this.
 struct ImagesOfLibrary {
     ImagesOfLibrary() { qInitImages_printman(); }
     ~ImagesOfLibrary() { qCleanupImages_printman(); }

@@ -5,18 +5,18 @@
 
 /// The images that are compiled into the library: "korvologo.png", 200 x 66 pixels, and
 /// "korvoicon.png", 68 x 25. Ask QMimeSourceFactory::defaultFactory() for them: the library adds a
-/// factory of this class to it when it is loaded, and takes it away when it is unloaded or the
-/// process exits. An image that the host gave the default factory itself goes before one of these.
+/// factory of this class to it when it is loaded, and removes it when it is unloaded or the process
+/// exits. An image that the host set in the default factory itself takes precedence.
 class PRINTMAN_EXPORT MimeSourceFactory_printman : public QMimeSourceFactory {
 public:
-    /// Decompresses an image when it is asked for first, and keeps it.
+    /// Decompresses an image when it is first asked for, and keeps it.
     const QMimeData* data(const QString& name) override;
 };
 
-/// Adds the library's images to the default factory unless they are there. It has been called when
-/// the library is loaded.
+/// Adds the library's images to the default factory unless they are there already. Loading the
+/// library calls it.
 PRINTMAN_EXPORT void qInitImages_printman();
 
-/// Takes the library's images away, until qInitImages_printman() is called. Nothing happens when
-/// they are not there.
+/// Removes the library's images from the default factory until qInitImages_printman() is called.
+/// Does nothing when they are not there.
 PRINTMAN_EXPORT void qCleanupImages_printman();

@@ -29,7 +29,7 @@ void paint_swatch(QLabel* swatch, const QColor& color) {
     swatch->setPixmap(pixmap);
 }
 
-/// The color that the user picks; an invalid one when the picker is canceled, or goes with
+/// The color that the user picks; an invalid one when the picker is canceled or destroyed with
 /// @p parent.
 QColor pick_color(const QColor& initial, QWidget* parent) {
     ModalDialog<QColorDialog> picker(parent);
@@ -68,7 +68,7 @@ KSColorDlg::KSColorDlg(QWidget* parent, const char* name, bool modal, Qt::Window
     connect(btnBGColorBrw, &QPushButton::clicked, this, &KSColorDlg::btnBGColorBrw_clicked);
     load_screencolor();
     paint_swatches();
-    // The layout gives the swatches their place when the dialog is shown.
+    // The layout gives the swatches their size when the dialog is shown.
     imgTextColor->installEventFilter(this);
     imgBGColor->installEventFilter(this);
     fix_size();

@@ -55,8 +55,7 @@ public:
     QColor text_color;       ///< the setting KRV_COLOR_DBG
     QColor background_color; ///< the setting KRV_COLOR_SBG
 
-    /// Reads both colors from the host; a component outside 0..255 counts as the nearest that is
-    /// inside.
+    /// Reads both colors from the host; components are clamped to 0..255.
     void load_screencolor();
 
     /// Has the host store both colors, the background first.
@@ -69,7 +68,7 @@ public slots:
     /// Rejects; nothing is saved.
     void btnCancel_clicked();
 
-    /// Opens the color picker; when it is canceled, the color stays.
+    /// Lets the user pick the color; when that is canceled, the color stays.
     void btnTextColorBrw_clicked();
     void btnBGColorBrw_clicked();
 

@@ -182,7 +182,7 @@ void PrintDestDlg::store_printer() {
 
 void PrintDestDlg::store_path() {
     const QString path = txtPathName->text();
-    // A path that is no text in the encoding of file names comes back as it was.
+    // A path that is not valid in the encoding of file names is kept byte for byte.
     if (path == path_text(dest))
         terminate_field(dest.path);
     else
@@ -293,7 +293,7 @@ void PrintDestDlg::btnPIDBrw_clicked() {
     const auto id = from_unix_list
                         ? choose_unix_printer(this, printman)
                         : choose_printer(this, on_server ? printman : nullptr, on_server);
-    // Without an id the dialog may be gone.
+    // Without an id this dialog may have been destroyed.
     if (!id)
         return;
     txtPrintID->setText(*id);
@@ -318,7 +318,7 @@ void PrintDestDlg::btnFontBrw_clicked() {
     ModalDialog<QFontDialog> chooser(this);
     chooser->setCurrentFont(QFont());
     const bool is_confirmed = chooser.run();
-    // It goes with this dialog.
+    // This dialog was destroyed with it.
     if (!chooser)
         return;
     const QFont font = is_confirmed ? chooser->selectedFont() : QFont();

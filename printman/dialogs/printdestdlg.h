@@ -73,50 +73,50 @@ private:
     std::unique_ptr<Ui::printdestDlgBase> ui_;
 };
 
-/// The dialog in which the user says where a report goes: screen, printer or file. It edits a copy
-/// of the record, which OK writes and Cancel leaves, but for `server_print`, which follows its two
-/// buttons at once, and `no_page_fmt`, which init_dialog() may set. It is as small as its layout
-/// allows and cannot be enlarged.
+/// The dialog in which the user chooses where a report goes: screen, printer or file. It edits a
+/// copy of the record: OK writes the choices to it, Cancel leaves it unchanged, except for
+/// `server_print`, which follows its two buttons at once, and `no_page_fmt`, which init_dialog()
+/// may set. The dialog is as small as its layout allows and cannot be enlarged.
 ///
-/// Opening it reads the screen font and NOPAGEMAP from the host; the setup file is read when a
-/// button of the printer's is clicked.
+/// Opening it reads the screen font and NOPAGEMAP from the host; the setup file is read when one of
+/// the printer's buttons is clicked.
 class PRINTMAN_EXPORT PrintDestDlg : public printdestDlgBase {
     Q_OBJECT
 
 public:
-    /// To the screen, on a server's printer, one copy, collated; the record is all zero.
+    /// Starts with the screen, a server's printer, one copy, collated; the record is all zero.
     explicit PrintDestDlg(QWidget* parent = nullptr, const char* name = nullptr, bool modal = false,
                           Qt::WindowFlags flags = {});
     ~PrintDestDlg() override;
 
     PrintDest dest{};
     QString server_printer_id; ///< set by init_dialog() from the record
-    QString local_printer_id;  ///< of this station's printer; the caller sets it
-    QFont screen_font;         ///< what the Font field tells of
+    QString local_printer_id;  ///< this workstation's printer; set by the caller
+    QFont screen_font;         ///< the font that the Font field names
 
-    /// Whose printers are offered. The caller sets it and keeps it for as long as the dialog is
-    /// open; without one no printer has a page length, and no list has a printer.
+    /// The manager whose printers are offered. The caller sets it and keeps it alive while the
+    /// dialog is open; without one the lists are empty and no printer has a page length.
     CPrintMan* printman = nullptr;
 
-    /// Copies the whole record in; the widgets show it from the next show on.
+    /// Copies the whole record; the widgets show it the next time the dialog is shown.
     void set_print_dest(const PrintDest& record);
 
-    /// Loads the widgets from the record, as the first show does and every one after a hide. Which
-    /// groups are enabled stays. A number of copies outside 1 to 99 becomes the nearest inside.
+    /// Loads the widgets from the record, as happens when the dialog is shown first and after it
+    /// was hidden. Groups stay enabled or disabled. The number of copies is clamped to 1 to 99.
     void init_dialog();
 
-    /// Stores what belongs to the destination chosen in the record; all else in it stays. A printer
-    /// id that is longer than 130 bytes is cut, and so is a path of more than 268.
+    /// Stores the chosen destination and what belongs to it in the record; all else in it stays. A
+    /// printer id of more than 130 bytes is truncated, and so is a path of more than 268.
     void rtn_dialog();
 
-    /// Takes the screen font from the host's settings; a property without a setting stays, and
-    /// without a face name all of them.
+    /// Takes the screen font from the host's settings. A property without a setting stays as it is;
+    /// without a face name all of them do.
     void load_screenfont();
 
     /// The screen font in words: family, weight and slant, size.
     QString get_screenfont_string() const;
 
-    // These enable or disable a group with all that is in it.
+    // These enable or disable a group and everything in it.
     void enable_screen(bool enable);
     void enable_print(bool enable);
     void enable_file(bool enable);
@@ -137,14 +137,14 @@ public slots:
     /// Does nothing.
     void txtPrintID_textChanged(const QString&);
 
-    /// Lets the user choose a printer; when that is canceled, nothing changes.
+    /// Lets the user choose a printer; nothing changes when that is canceled.
     void btnPIDBrw_clicked();
 
     /// Does nothing.
     void txtPathName_textChanged(const QString&);
 
-    /// Lets the user choose a file, which gets the extension of the filter chosen. A path that does
-    /// not fit the record is refused: the field stays, and the desktop's bell is rung.
+    /// Lets the user choose a file, which gets the extension of the chosen filter. A path that does
+    /// not fit into the record is refused with a beep, and the field stays.
     void btnFileBrw_clicked();
 
     /// Does nothing.
@@ -154,7 +154,7 @@ public slots:
     /// and the Font field stays.
     void btnFontBrw_clicked();
 
-    /// Has the host store the setting NOPAGEMAP at once.
+    /// Has the host store the setting NOPAGEMAP immediately.
     void chkNoPageFmt_clicked();
 
 protected:
@@ -176,8 +176,8 @@ private:
 
     bool needs_init_ = true;
     bool has_local_id_ = false; ///< the record was once for local printing
-    // The number that the screen font's weight was read as: the toolkit keeps only the nearest of
-    // its own weights.
+    // The weight of the screen font as it was read: a QFont keeps only the nearest of its own
+    // weights.
     QFont weighed_font_;
     int weight_;
 };

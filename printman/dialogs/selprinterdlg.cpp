@@ -24,7 +24,7 @@ constexpr qsizetype min_path = 4;
 constexpr off_t header_size = 8;
 constexpr int paper_text_size = 80;
 
-/// The printer setup file; empty when it has no whole header or may not be written.
+/// The printer setup file; empty when it has no complete header or may not be written.
 QString local_setup_file() {
     QString path = get_prtbin_path();
     if (path.size() < min_path)
@@ -190,8 +190,7 @@ void SelPrinterDlg::init_dialog() {
     choose_none(cbPrinterID);
 }
 
-// The interface has the id writable.
-// NOLINTNEXTLINE(readability-non-const-parameter)
+// NOLINTNEXTLINE(readability-non-const-parameter): hosts rely on the signature
 int SelPrinterDlg::get_localprt_data(char* id, char* name, char* face, unsigned int* value,
                                      DLWDEVMODE* devmode, FontInfo* font, PageInfo* page,
                                      MarginInfo* margins) {
@@ -218,7 +217,7 @@ int SelPrinterDlg::get_prt_data(const QString& id, WinPrtSetup* record) {
 int SelPrinterDlg::get_local_record(const QString& id, WinPrtSetup* record) {
     *record = {};
     put_text(id_, sizeof id_, id.toLatin1().toStdString());
-    // What is not Latin-1 or does not fit is no id, and must not become another one.
+    // An id that is not Latin-1 or does not fit must not be mistaken for another one.
     if (latin1_text(id_) != id)
         return 0;
     if (get_localprt_data(id_, name_, face_, &setup_value_, &devmode_, &font_, &page_, &margins_) !=

@@ -55,9 +55,9 @@ private:
     std::unique_ptr<Ui::selUnixPrinterDlgBase> ui_;
 };
 
-/// The dialog in which the user picks a local printer of the system that the host told the print
-/// manager of, and sees what is known about it. Set printman, run it with exec(), and take
-/// printer_id. It is as small as its layout allows and cannot be enlarged.
+/// The dialog in which the user picks a local printer of the system, from the list that the host
+/// gave the print manager, and sees what is known about it. Set printman, run it with exec(), and
+/// read printer_id. It is as small as its layout allows and cannot be enlarged.
 class PRINTMAN_EXPORT SelUnixPrinterDlg : public selUnixPrinterDlgBase {
     Q_OBJECT
 
@@ -65,22 +65,22 @@ public:
     explicit SelUnixPrinterDlg(QWidget* parent = nullptr, const char* name = nullptr,
                                bool modal = false, Qt::WindowFlags flags = {});
 
-    CPrintMan* printman = nullptr; ///< has the printers; the caller keeps it
-    QString printer_id;            ///< what was picked last; empty without a pick
+    CPrintMan* printman = nullptr; ///< has the printers; owned by the caller
+    QString printer_id;            ///< the last id that was picked; empty if there is none
 
 public slots:
-    /// Remembers @p text, and shows the printer of that id; without one, the fields stay.
+    /// Remembers @p text and shows the printer with that id; if there is none, the fields stay.
     void cbPrinterID_activated(const QString& text);
 
-    /// Accepts, whatever was picked.
+    /// Accepts, even if nothing was picked.
     void btnOK_clicked();
 
     /// Rejects.
     void btnCancel_clicked();
 
 public:
-    /// Puts the ids of every slot of the print manager's list into the dialog's, and picks none; a
-    /// list that has entries stays. It is called whenever the dialog is shown.
+    /// Fills the list with the ids of all slots of the print manager's list and picks none of them;
+    /// a list that has entries stays. Called whenever the dialog is shown.
     void load_printers();
 
 protected:

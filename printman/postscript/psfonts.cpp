@@ -60,7 +60,7 @@ void write_sfnts(PsStream& out, std::string_view sfnt) {
     unsigned start = 0;
     const auto size = static_cast<unsigned>(sfnt.size());
     while (start < size) {
-        // The last cut that the string can reach; a single longer piece is cut where it must be.
+        // The last cut within the string's reach; a longer piece is cut where the string ends.
         auto cut = std::upper_bound(cuts.begin(), cuts.end(), start + max_sfnts_string);
         unsigned end = cut == cuts.begin() ? start : std::min(size, *std::prev(cut));
         if (end <= start || end % 2 != 0)
@@ -88,7 +88,7 @@ QByteArray encrypt_charstring(const QByteArray& plain) {
     return out;
 }
 
-/// A Type 1 charstring being written: operands and operators of the outline language.
+/// Writes a Type 1 charstring: operands and operators of the outline language.
 class Charstring {
 public:
     enum Operator : uchar {
@@ -147,7 +147,7 @@ void write_encoding(PsStream& out, const EmbeddedFont& font, int encoding) {
     out << "def\n";
 }
 
-/// What distillers look up for names that say nothing.
+/// What distillers look up for glyph names that do not say their character.
 void write_meanings(PsStream& out, const EmbeddedFont& font) {
     out << "/FontInfo 2 dict dup begin/GlyphNames2Unicode ";
     out.integer(static_cast<qint64>(font.glyphs().size()) + 1) << " dict dup begin\n";

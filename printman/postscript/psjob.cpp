@@ -18,7 +18,7 @@ QSize paper_points(const QPageLayout& layout) {
     return layout.fullRect(QPageLayout::Point).size().toSize();
 }
 
-/// A text for the document's information: UTF-16 with a byte order mark, as PDF has it.
+/// A text for the document's information: UTF-16 with a byte order mark, as in PDF.
 void write_info_text(PsStream& out, const QString& text) {
     QByteArray utf16("\xfe\xff", 2);
     for (const QChar c : text) {
@@ -145,7 +145,7 @@ void PsJob::write_head(PsStream& out) const {
 void PsJob::write_setup(PsStream& out) const {
     out << "%%BeginSetup\nprintman begin\n";
     write_fonts(out, fonts_);
-    // A distiller would turn a page by the direction of most of its text.
+    // A distiller would rotate a page by the direction of most of its text.
     out << "/setdistillerparams where{pop 1 dict dup/AutoRotatePages/None put "
            "setdistillerparams}if\n"
            "/pdfmark where{pop}{userdict/pdfmark/cleartomark load put}ifelse\n[/Title";

@@ -13,15 +13,15 @@
 
 namespace printman {
 
-/// The part of the sheet that is painted on, in device pixels: the page less its margins, each
-/// rounded, so that margins given in pixels are kept to the pixel.
+/// The part of the sheet that is painted on, in device pixels: the page less its margins. Each
+/// margin is rounded, so that margins given in pixels are exact.
 QRect ps_paint_area(const QPageLayout& layout, int resolution);
 
-/// What a print job is made from.
+/// The settings of a print job.
 struct PsJobSetup {
-    QString output_file;     ///< where it goes; when empty, to the spooler
-    bool is_scratch = false; ///< the output file is a fixed scratch name
-    QString printer_name;    ///< the spooler's queue; when empty, its default
+    QString output_file;     ///< where the job goes; empty for the spooler
+    bool is_scratch = false; ///< the output file has a fixed scratch name
+    QString printer_name;    ///< the spooler's queue; empty for its default
     QString title;
     QString creator;
     int copies = 1;
@@ -32,11 +32,11 @@ struct PsJobSetup {
     std::shared_ptr<JobControl> control = std::make_shared<JobControl>();
 };
 
-/// A print job: a PostScript document being written.
+/// A print job: a PostScript document that is being written.
 ///
-/// The fonts' subsets are known only when the last page is, and stand before the first: the pages
-/// are spooled on disk meanwhile, beside the output file, so that memory does not grow with their
-/// number and a full disk shows while they are painted.
+/// The fonts come before the first page, but which glyphs they need is known only after the last.
+/// Until then the pages are spooled on disk, in the directory of the output file, so that memory
+/// does not grow with their number and a full disk is noticed while they are painted.
 class PsJob : public PageDocument {
 public:
     /// Opens the output and the spool and starts the first page. Failures of the job, here and
@@ -49,7 +49,7 @@ public:
     /// Completes the document: false when the job failed, then or before. Nothing is left of it.
     bool end();
 
-    /// Drops the job.
+    /// Drops the job; nothing is left of it.
     void discard();
 
     bool fail(const QString& error) override { return succeeds(Result::failure(error)); }
@@ -57,7 +57,7 @@ public:
     PsPage& page() override { return page_; }
     FontSet& fonts() override { return fonts_; }
 
-    /// Moves what the page holds to the spool when it has become much.
+    /// Moves the page's content to the spool once there is much of it.
     void settle() override;
 
     /// A failure once the job has failed.

@@ -14,7 +14,7 @@ constexpr int position_decimals = 3;
 constexpr int matrix_decimals = 6;
 constexpr int color_decimals = 3;
 
-/// PostScript knows no translucency: a color lies on white paper.
+/// The color that a translucent one has on white paper: PostScript has no translucency.
 QRgb on_paper(const QColor& color) {
     const QRgb c = color.rgba();
     const int alpha = qAlpha(c);
@@ -33,7 +33,7 @@ std::string_view PsPage::procedures() {
            "/n/newpath load def/W{clip newpath}bind def/w/setlinewidth load def/d/setdash load "
            "def\n"
            "/J/setlinecap load def/j/setlinejoin load def/M/setmiterlimit load def\n"
-           // The deflated data may end before the filter around it has seen its own end.
+           // The deflated data may end before the enclosing filter has reached its end.
            "/i{image Y flushfile}bind def\n";
 }
 
@@ -167,7 +167,7 @@ void PsPage::stroke(const QPainterPath& device_path, const QPen& pen, const QTra
                  : pen.joinStyle() == Qt::BevelJoin ? 2
                                                     : 0)
         << " j ";
-    // Qt counts the limit from the line's middle, PostScript from edge to edge.
+    // Qt measures the limit from the middle of the line, PostScript from edge to edge.
     out_.number(std::max(1.0, 2 * pen.miterLimit()), path_decimals) << " M ";
     if (pen.style() != Qt::SolidLine) {
         out_ << '[';
@@ -176,7 +176,7 @@ void PsPage::stroke(const QPainterPath& device_path, const QPen& pen, const QTra
         out_ << ']';
         out_.number(pen.dashOffset() * width, path_decimals) << " d ";
     }
-    // Q has brought the path back.
+    // Q has restored the path.
     out_ << "S Q n\n";
 }
 
@@ -217,7 +217,7 @@ void PsPage::image(const QImage& image, const QTransform& transform) {
         const QRgb* rgb = reinterpret_cast<const QRgb*>(row);
         for (int x = 0; x < pixels.width(); ++x) {
             const QRgb color = masked ? on_paper(QColor::fromRgba(rgb[x])) : rgb[x];
-            // A mask sample of 1 leaves the paper alone.
+            // A mask sample of 1 is not painted.
             if (masked)
                 samples.append(qAlpha(rgb[x]) == 0 ? '\xff' : '\0');
             samples.append(static_cast<char>(qRed(color)));

@@ -6,8 +6,8 @@
 
 namespace printman {
 
-/// The content of a page, written as PostScript operators; what the graphics state already holds is
-/// not repeated.
+/// Writes the content of a page as PostScript operators and leaves out what the graphics state
+/// already holds.
 class PsPage : public PageWriter {
 public:
     /// The definitions of the short operators that pages use.

@@ -9,7 +9,7 @@
 
 namespace printman {
 
-/// What a PsPrinter was told, and the job that is being painted on it.
+/// The settings of a PsPrinter, and the job that is painted on it.
 class PsPrintEngine : public QPrintEngine, public PageTarget {
 public:
     PsPrintEngine();
@@ -26,12 +26,12 @@ public:
     PsJob* document() override;
     int resolution() const override { return setup_.resolution; }
 
-    /// Sets the margins, device pixels of the page as it is turned now.
+    /// Sets the margins in the page's current orientation, in device pixels.
     ///
-    /// @return false when they leave no room; the old ones then stay
+    /// @return false if they leave no room; the old ones then stay
     bool set_margins(const QMarginsF& pixels);
 
-    /// Says that the output file is a fixed scratch name, until another is set.
+    /// Marks the output file's name as a fixed scratch name, until another name is set.
     void set_scratch_output() { setup_.is_scratch = true; }
     void set_control(std::shared_ptr<JobControl> control) { setup_.control = std::move(control); }
 

@@ -33,7 +33,7 @@ void copy_choices(const QPrinter& from, QPrinter& to) {
     to.setPageOrder(from.pageOrder());
 }
 
-/// The file name that is proposed where files are all that can be chosen.
+/// The file name that is proposed when only a file can be chosen.
 QString proposed_file(const QString& title) {
     const QString home = QDir::homePath();
     const QString current = QDir::currentPath();
@@ -42,22 +42,22 @@ QString proposed_file(const QString& title) {
                               QStringLiteral(".pdf"));
 }
 
-/// Gives the dialog's printer the settings of @p printer that it knows.
+/// Copies the settings of @p printer to the dialog's printer, as far as that supports them.
 void prepare_native(QPrinter& native, const PsPrinter& printer) {
     const QString title = QFileInfo(printer.docName()).fileName();
     if (!printer.printerName().isEmpty())
         native.setPrinterName(printer.printerName());
-    // The dialog makes of it the name of a file, less what follows the last point.
+    // The dialog makes a file name of it, without what follows the last dot.
     if (!title.isEmpty())
         native.setDocName(title + QStringLiteral(".pdf"));
     if (!printer.outputFileName().isEmpty()) {
-        // The dialog writes files in this format alone.
+        // The dialog supports only this format for files.
         native.setOutputFormat(QPrinter::PdfFormat);
         native.setOutputFileName(printer.outputFileName());
     } else if (native.outputFormat() == QPrinter::PdfFormat) {
         native.setOutputFileName(proposed_file(title));
     }
-    // A printer whose edges are wider keeps its own margins.
+    // A printer with a wider unprintable edge keeps its own margins.
     if (!native.setPageLayout(printer.pageLayout())) {
         native.setPageSize(printer.pageLayout().pageSize());
         native.setPageOrientation(printer.pageLayout().orientation());
@@ -65,7 +65,7 @@ void prepare_native(QPrinter& native, const PsPrinter& printer) {
     copy_choices(printer, native);
 }
 
-/// Lets the dialog start with a printer of that name, if it lists one.
+/// Selects the printer of that name in the dialog, if it is listed.
 void preselect(QPrintDialog& dialog, const QString& printer_name) {
     auto* printers = dialog.findChild<QComboBox*>(QStringLiteral("printers"));
     const int index = printers ? printers->findText(printer_name) : -1;
@@ -123,9 +123,9 @@ bool PsPrinter::setup(QWidget* parent) {
     QMarginsF margins;
     {
         printman::ModalDialog<QPrintDialog> dialog(&native, parent);
-        // This printer, too, may go while the dialog is open.
+        // This printer, too, may be destroyed while the dialog is open.
         const std::weak_ptr<const bool> alive = d->alive;
-        // Where there are printers the dialog has now given it the settings of the default one.
+        // If there are printers, the dialog has now replaced the settings by the default one's.
         preselect(*dialog, printerName());
         prepare_native(native, *this);
         margins = margins_of(native);
@@ -141,7 +141,7 @@ bool PsPrinter::setup(QWidget* parent) {
         setPrinterName(native.printerName());
     setPageSize(native.pageLayout().pageSize());
     setPageOrientation(native.pageLayout().orientation());
-    // Margins that nobody chose would replace the usual ones by the dialog's.
+    // Only margins that the user changed: the dialog's own would replace the default ones.
     if (differ(margins_of(native), margins))
         setPageMargins(margins_of(native), QPageLayout::Point);
     copy_choices(native, *this);

@@ -10,9 +10,9 @@ namespace printman {
 
 namespace {
 
-// Lines of a structured document have 255 characters at the most.
-constexpr size_t longest_string_line = 200;
-constexpr qsizetype longest_comment_text = 100;
+// A line of a structured document has at most 255 characters.
+constexpr size_t max_string_line = 200;
+constexpr qsizetype max_comment_text = 100;
 
 } // namespace
 
@@ -49,7 +49,7 @@ PsStream& PsStream::string(std::string_view bytes) {
     buffer_.push_back('(');
     size_t line = buffer_.size();
     for (const char c : bytes) {
-        if (buffer_.size() - line >= longest_string_line) {
+        if (buffer_.size() - line >= max_string_line) {
             buffer_.append("\\\n");
             line = buffer_.size();
         }
@@ -83,7 +83,7 @@ PsStream& PsStream::hex(std::string_view bytes) {
 }
 
 QByteArray ps_comment_text(const QString& text) {
-    QByteArray ascii = text.toLatin1().left(longest_comment_text);
+    QByteArray ascii = text.toLatin1().left(max_comment_text);
     for (char& c : ascii) {
         if (c < 0x20 || c > 0x7e)
             c = '?';

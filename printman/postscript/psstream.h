@@ -7,7 +7,7 @@
 
 namespace printman {
 
-/// PostScript source being written: texts, numbers and strings appended to a buffer.
+/// PostScript source: texts, numbers and strings that are appended to a buffer.
 class PsStream {
 public:
     PsStream& operator<<(std::string_view text) {
@@ -23,12 +23,12 @@ public:
     /// Appends an integer.
     PsStream& integer(qint64 value);
 
-    /// Appends @p value with at most @p decimals digits (0 to 6) behind the point, without trailing
-    /// zeros. What is no number becomes 0, what is beyond 10 million is cut there.
+    /// Appends @p value with at most @p decimals digits (0 to 6) after the point, without trailing
+    /// zeros. NaN becomes 0, and the value is clamped to plus and minus 10 million.
     PsStream& number(double value, int decimals);
 
-    /// Appends a string literal that holds @p bytes whatever they are: parentheses, backslashes and
-    /// all that is not printable ASCII are escaped, and no line becomes longer than 204 characters.
+    /// Appends a string literal that holds any @p bytes: parentheses, backslashes and everything
+    /// that is not printable ASCII are escaped, and no line becomes longer than 204 characters.
     PsStream& string(std::string_view bytes);
 
     /// Appends @p bytes as a hexadecimal string in lines of at most 240 characters, without the
@@ -43,7 +43,7 @@ private:
     std::string buffer_;
 };
 
-/// Makes a text safe for a document structuring comment: one line of printable ASCII.
+/// A text in a form that is safe in a document structuring comment: one line of printable ASCII.
 QByteArray ps_comment_text(const QString& text);
 
 } // namespace printman

@@ -8,13 +8,13 @@
 #include <span>
 #include <type_traits>
 
-// Conversion between the setup file's byte order, little-endian, and that of a machine, which is
-// the same in both directions. The machine's order is a parameter, so that every machine can try
-// both.
+// Conversion between the setup file's byte order, little-endian, and that of a machine; it is the
+// same in both directions. The machine's order is a template parameter, so that both can be tested
+// on every machine.
 
 namespace printman {
 
-/// Byte i changes place with byte n-1-i.
+/// Reverses the bytes of @p number.
 template <typename Number>
 void reverse_bytes(Number& number) {
     static_assert(std::is_arithmetic_v<Number>);

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The four services that the host program defines and exports; the library only declares them and
-/// resolves them by name when it is loaded. They are called from the GUI thread alone.
+/// The four services that the host program defines and exports; the library only declares them, and
+/// they are resolved by name when it is loaded. They are called only from the GUI thread.
 extern "C" {
 
 /// Looks up @p key in @p section of the ini-style file @p file.
@@ -13,14 +13,14 @@ extern "C" {
 int GetPrivateProfileString(const char* section, const char* key, const char* default_text,
                             char* buffer, int size, const char* file);
 
-/// Looks up the setting @p key, in the process environment or in @p section of the configuration
+/// Looks up the setting @p key in the process environment or in @p section of the configuration
 /// file @p file, by the host's rules.
 ///
-/// @return a text that stays valid until the next call, or null or an empty text when it is not
-///         set; the caller does not free it
+/// @return a text that stays valid until the next call; null or an empty text when it is not set.
+///         The caller does not free it
 const char* GetEnv(const char* key, const char* file, const char* section);
 
-/// Stores @p entry, a text of the form KEY=value, in @p section of @p file, replacing an earlier
+/// Stores @p entry, a text of the form KEY=value, in @p section of @p file, replacing any earlier
 /// value of that key.
 ///
 /// @param flag the library passes 1

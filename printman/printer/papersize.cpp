@@ -9,7 +9,7 @@
 namespace {
 
 struct PaperText {
-    std::string_view name; ///< as printman::page_size_name() has it
+    std::string_view name; ///< as printman::page_size_name() returns it
     std::string_view text;
 };
 

@@ -23,7 +23,7 @@ const char* setting(const char* name) {
     return value && *value ? value : nullptr;
 }
 
-/// Empty when the current directory is asked for and was removed.
+/// Empty when it is the current directory and that was removed.
 QString directory(const char* name) {
     const char* const value = setting(name);
     return value ? QFile::decodeName(value) : QDir::currentPath();

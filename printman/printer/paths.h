@@ -23,16 +23,16 @@ PRINTMAN_EXPORT QString get_output_path();    ///< "ko", "txt"
 PRINTMAN_EXPORT QString get_pdfform_path();   ///< "fm", "pdf"
 PRINTMAN_EXPORT QString get_watermark_path(); ///< "wm", "txt"
 
-/// A name under which nothing is found: @p dir, a slash, @p prefix, a decimal number, and, unless
-/// @p ext is a null string, a dot and @p ext. It stays free only until someone takes it: create it
-/// so that an existing file makes that fail.
+/// An unused name: @p dir, a slash, @p prefix, a decimal number, and, unless @p ext is a null
+/// string, a dot and @p ext. Another process may take the name before the caller does, so create
+/// the file exclusively.
 ///
-/// The number is the first that the C library's random() gives after srandom() with the current
-/// second; the generator of the process is not touched. Where that name is taken the call waits for
-/// the next second, and for another; after five seconds it takes the numbers that follow.
+/// The number is the first that the C library's random() returns after srandom() with the current
+/// second; the process's own generator is not touched. While that name is taken, the call waits for
+/// the next second; after five seconds it goes on with the following numbers of the sequence.
 PRINTMAN_EXPORT QString get_tmpfile(const QString& dir, const QString& prefix, const QString& ext);
 
-/// "korvopdf.pdf" in the directory TMPDIR, else in /tmp.
+/// "korvopdf.pdf" in the directory TMPDIR or, without that setting, in /tmp.
 ///
 /// @return a static buffer of 256 bytes, which every call overwrites; empty when the path does not
 ///         fit

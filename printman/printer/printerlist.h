@@ -11,22 +11,22 @@
 
 namespace printman {
 
-/// A list of printer records that the host fills and the dialogs walk. One counter serves adding
-/// and walking: a walk delivers unfilled slots too, as zeroes, and what is added after a walk
-/// stands where the walk ended. So the host sets exactly the capacity that it needs and adds all
-/// its records before anything walks the list.
+/// A list of printer records that the host fills and the dialogs walk. One counter serves both
+/// adding and walking: a walk also returns unfilled slots, as zeros, and a record added after a
+/// walk goes where the walk ended. So the host should set exactly the capacity that it needs and
+/// add all records before anything walks the list.
 template <typename Record>
 class PrinterList {
     static_assert(std::is_trivial_v<Record>);
 
 public:
-    /// More than this a list never holds; the largest takes less than 50 MB.
-    static constexpr int most_records = 65536;
+    /// The largest capacity; such a list takes less than 50 MB.
+    static constexpr int max_records = 65536;
 
     /// Replaces the records by @p count zero-filled slots. The counter stays. Nothing changes when
-    /// @p count is not 1 to most_records, or when memory is short.
+    /// @p count is not 1 to max_records, or when memory is short.
     void set_capacity(int count) {
-        if (count <= 0 || count > most_records)
+        if (count <= 0 || count > max_records)
             return;
         std::unique_ptr<Record[]> fresh(new (std::nothrow) Record[static_cast<size_t>(count)]());
         if (!fresh)
@@ -37,7 +37,7 @@ public:
 
     int capacity() const { return capacity_; }
 
-    /// Copies @p record whole to the counter's slot; does nothing for null, or behind the last one.
+    /// Copies @p record to the slot at the counter; does nothing for null or when the list is full.
     void add(const Record* record) {
         if (!record || counter_ >= capacity_)
             return;
@@ -45,7 +45,9 @@ public:
         ++counter_;
     }
 
-    /// Starts a walk: false for null or without slots, and nothing changes.
+    /// Starts a walk and copies the first slot to @p record.
+    ///
+    /// @return false for null or without slots; nothing changes then
     bool first(Record* record) {
         if (!record || capacity_ == 0)
             return false;
@@ -53,7 +55,9 @@ public:
         return next(record);
     }
 
-    /// False for null or behind the last slot, and nothing changes.
+    /// Copies the next slot to @p record.
+    ///
+    /// @return false for null or after the last slot; nothing changes then
     bool next(Record* record) {
         if (!record || counter_ >= capacity_)
             return false;
@@ -62,9 +66,9 @@ public:
         return true;
     }
 
-    /// Walks up to the first record whose printer_id is @p id.
+    /// Walks to the first record whose printer_id is @p id and copies it to @p record.
     ///
-    /// @return false, and @p record is any, when there is none
+    /// @return false if there is none; @p record is then unspecified
     bool find(std::string_view id, Record& record) {
         for (bool more = first(&record); more; more = next(&record)) {
             if (field_is(record.printer_id, id))

@@ -26,7 +26,7 @@ std::optional<std::string> orientation_name(int orientation) {
     return {};
 }
 
-/// None when there is no such printer, or none of its numbers is set.
+/// None when there is no such printer or all of its numbers are 0.
 template <typename Record>
 std::optional<PageLength> page_length_in(PrinterList<Record>& printers, const char* id) {
     Record record;

@@ -18,7 +18,7 @@ struct PageLength {
     bool operator==(const PageLength&) const = default;
 };
 
-/// What the dialogs show of a printer of the setup file.
+/// What the dialogs show about a printer of the setup file.
 struct PrinterData {
     std::string printer_name;
     std::string paper_name;                      ///< empty for an unknown paper
@@ -31,25 +31,28 @@ struct PrinterData {
     int point_size = 0;
 };
 
-/// Looks up @p id in the setup file @p file: none when it is null or not found.
+/// Looks up the printer @p id in the setup file @p file.
+///
+/// @return none when @p id is null or not found
 std::optional<PrinterData> find_printer_data(const QString& file, const char* id);
 
 using HostPrinters = PrinterList<WinPrtSetup>;
 using UnixPrinters = PrinterList<UnixPrtSetup>;
 
-// The default page length of a printer; a null or empty id has none. "Local" asks the setup file,
-// "remote" walks the lists.
+// The default page length of a printer; a null or empty id has none. The "local" functions read the
+// setup file, the "remote" ones walk the lists.
 
 bool has_local_page_length(const QString& file, const char* id);
 
-/// Whatever has_local_page_length() answers: none only when the id is not found.
+/// Independent of has_local_page_length(): none only when the id is not found.
 std::optional<PageLength> local_page_length(const QString& file, const char* id);
 
-/// Asks the host's list, also where remote_page_length() asks the other one.
+/// Walks the host's list, even where remote_page_length() walks the other one.
 bool has_remote_page_length(HostPrinters& host_printers, const char* id);
 
-/// Asks the list of local printers when it has a capacity, else the host's: none when the id is not
-/// found or its three numbers are 0.
+/// Walks the list of local printers when it has a capacity, else the host's.
+///
+/// @return none when the id is not found or its three numbers are 0
 std::optional<PageLength> remote_page_length(HostPrinters& host_printers,
                                              UnixPrinters& unix_printers, const char* id);
 

@@ -23,7 +23,7 @@ int get_prt_data(const QString& file, const char* printer_id, char* printer_name
                  int* setup_value, DLWDEVMODE* devmode, FontInfo* font, PageInfo* page,
                  MarginInfo* margins) {
     const QByteArray path = QFile::encodeName(file);
-    // A zero byte would end the name before its end, and another file would be read.
+    // A zero byte would end the name early, and another file would be read.
     if (path.isEmpty() || path.contains('\0'))
         return -1;
     const auto record = find_setup_record(path.constData(), printer_id);

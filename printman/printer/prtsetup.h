@@ -8,12 +8,12 @@
 
 class QString;
 
-// The records of the printer setup file, and the printer records that a host hands over. They have
-// no constructors and are copied whole. In memory their numbers are in the machine's byte order.
-// Texts end with a zero byte; those of a file or a host may fill their field without one. A member
-// named word_ and its offset is carried along, and nothing here reads it.
+// The records of the printer setup file, and the printer records that a host passes to the library.
+// They have no constructors and are copied whole. In memory their numbers are in the machine's byte
+// order. Texts end with a zero byte; those from a file or a host may fill their field without one.
+// Members named word_ and an offset are carried along unread.
 
-/// The font of a report, in the shape of the writing platform's logical font.
+/// The font of a report, in the layout of the writing platform's logical font.
 struct DLWLOGFONT {
     int32_t height;
     int32_t width;
@@ -44,7 +44,7 @@ struct DLWDEVMODE {
     int16_t word_130;
     int16_t word_132;
     int16_t word_134;
-    int32_t fields;      ///< carried
+    int32_t fields;      ///< carried along unread
     int32_t orientation; ///< 0 portrait, 1 landscape
     int32_t paper_size;  ///< a page-size number, 0 to 29
     int16_t word_148;
@@ -113,12 +113,12 @@ struct UnixPrtSetup {
     int32_t page_length;
     int32_t first_line;
     int32_t last_line;
-    char host_data[32]; ///< the host's own
+    char host_data[32]; ///< for the host's own use
 };
 
-// On a machine whose byte order is that of the setup file, little-endian, these change nothing; on
-// any other they reverse the bytes of the number, or of every number of the record, in place. Null
-// is passed over.
+// These convert a number, or every number of a record, between the byte order of the setup file,
+// little-endian, and that of the machine, in place; on a little-endian machine they change nothing.
+// Null is ignored.
 PRINTMAN_EXPORT void swapint(int* number);
 PRINTMAN_EXPORT void swapshort(short* number);
 PRINTMAN_EXPORT void swapdouble(double* number);
@@ -128,18 +128,18 @@ PRINTMAN_EXPORT void swapdevmode(DLWDEVMODE* devmode);
 PRINTMAN_EXPORT void swappageinfo(PageInfo* page);
 PRINTMAN_EXPORT void swapmargininfo(MarginInfo* margins);
 
-/// Looks up a printer in a setup file: the first defined one of that id. Cost: the file is read up
-/// to that record.
+/// Looks up a printer in a setup file: the first record in use with that id. Cost: the file is read
+/// up to that record.
 ///
-/// Every output may be null. All texts are ended by a zero byte, cut to their field less one byte;
-/// numbers are as stored, whether they make sense or not.
+/// Every output may be null. All texts end with a zero byte, truncated to one byte less than their
+/// field; numbers are as stored, whether they make sense or not.
 ///
 /// @param file         path of the setup file
 /// @param printer_id   compared byte by byte
 /// @param printer_name receives at most 128 bytes, terminator included
 /// @param font_name    likewise; may become empty
-/// @param setup_value  a word that the printer carries for its host
-/// @return 0; -1 when the id is not found or no file can be read, and the outputs then stay
+/// @param setup_value  a number that is carried along for the host
+/// @return 0; -1 when the id is not found or the file cannot be read, with the outputs unchanged
 PRINTMAN_EXPORT int get_prt_data(const QString& file, const char* printer_id, char* printer_name,
                                  char* font_name, int* setup_value, DLWDEVMODE* devmode,
                                  FontInfo* font, PageInfo* page, MarginInfo* margins);

@@ -9,20 +9,20 @@
 
 namespace printman {
 
-/// A printer setup file that is read from its start, record by record. It is open while this lives.
+/// Reads a printer setup file from its start, record by record. The file is open as long as the
+/// object lives.
 class SetupFile {
 public:
-    /// Opens @p path and reads the header. Only a regular file is opened, and nothing is waited
-    /// for.
+    /// Opens @p path and reads the header. Only a regular file is opened; null is none.
     explicit SetupFile(const char* path);
 
-    /// False when it could not be opened or is empty; it then has no records.
+    /// False when the file could not be opened or is empty; it then has no records.
     bool is_open() const { return file_ != nullptr; }
 
-    /// Reads the next record into @p record, numbers in the machine's byte order, texts as they
-    /// stand. What the file lacks of its last record is zero.
+    /// Reads the next record into @p record, numbers in the machine's byte order, texts unchanged.
+    /// The part of the last record that a truncated file lacks is zero.
     ///
-    /// @return false, and @p record is zero, behind the last record that the header counts or the
+    /// @return false, with @p record all zero, after the last record that the header counts or the
     ///         file holds, whichever comes first
     bool next(SetupRecord& record);
 
@@ -31,9 +31,9 @@ private:
     int32_t left_ = 0;
 };
 
-/// Looks for the first record in use of that id.
+/// Finds the first record in use with the id @p printer_id.
 ///
-/// @return that record, its texts terminated; none when there is no such record or file
+/// @return the record, its texts terminated; none when there is no such record or file
 std::optional<SetupRecord> find_setup_record(const char* path, const char* printer_id);
 
 } // namespace printman

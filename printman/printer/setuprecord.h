@@ -6,19 +6,19 @@
 #include <span>
 #include <string>
 
-// What a printer setup file is made of, for hosts that write one: the library only reads it.
+// The contents of a printer setup file, for hosts that write one; the library only reads it.
 
 namespace printman {
 
-/// One printer of the setup file. In memory its numbers are in the machine's byte order. The record
-/// stands in the file as it stands in memory, with its numbers little-endian, behind a header of
-/// two such 32-bit words, of which the first counts the records.
+/// A printer of the setup file. In memory its numbers are in the machine's byte order. The file has
+/// a header of two 32-bit words, of which the first counts the records, and then the records in
+/// their memory layout; all numbers in it are little-endian.
 struct SetupRecord {
-    int32_t in_use; ///< 0: an empty slot, which every reader skips
+    int32_t in_use; ///< 0: an empty slot, which readers skip
     char printer_id[128];
     char printer_name[128];
     char font_name[128]; ///< the report font's name for display; may be empty
-    int32_t setup_value; ///< carried
+    int32_t setup_value; ///< carried along for the host
     FontInfo font;
     char reserved[4]; ///< never converted
     DLWDEVMODE devmode;
@@ -37,11 +37,11 @@ static_assert(offsetof(SetupRecord, devmode) == 688);
 static_assert(offsetof(SetupRecord, page) == 936);
 static_assert(offsetof(SetupRecord, margins) == 960);
 
-/// The setup file of these records, as the bytes of a file: the texts as they stand in their
-/// fields, the numbers in the file's byte order on every machine.
+/// The bytes of a setup file with these records: texts unchanged, numbers in the file's byte order
+/// on every machine.
 ///
-/// @param records     in the order in which readers find them; of equal ids the first counts
-/// @param second_word of the header, which no reader looks at
+/// @param records     in file order; of several with the same id readers find the first
+/// @param second_word the second word of the header, which readers ignore
 PRINTMAN_EXPORT std::string setup_file_bytes(std::span<const SetupRecord> records,
                                              int32_t second_word = 0);
 

@@ -7,28 +7,29 @@
 
 namespace printman {
 
-/// The text in a fixed field, which need not be terminated: at most one byte less than the field.
+/// The text in a fixed-size field, which need not be terminated: at most one byte less than the
+/// field has.
 template <size_t N>
 std::string_view field_text(const char (&field)[N]) {
     return {field, strnlen(field, N - 1)};
 }
 
-/// Whether the field holds exactly @p text. A field that is full to its last byte is known by all
-/// of its bytes, and by what field_text() answers for it.
+/// Whether the field holds exactly @p text. A field without a terminator matches both all of its
+/// bytes and its field_text().
 template <size_t N>
 bool field_is(const char (&field)[N], std::string_view text) {
     return text == std::string_view(field, strnlen(field, N)) || text == field_text(field);
 }
 
-/// Puts a zero byte at the field's end when there is none in it.
+/// Terminates a field that has no zero byte at its last byte.
 template <size_t N>
 void terminate_field(char (&field)[N]) {
     if (strnlen(field, N) == N)
         field[N - 1] = '\0';
 }
 
-/// Copies as much of @p text as fits @p size bytes with a terminator, and writes nothing behind
-/// that; nothing at all to null.
+/// Copies as much of @p text as fits into @p size bytes with a terminator. Nothing is written
+/// beyond the terminator, and nothing at all to a null buffer.
 inline void put_text(char* buffer, size_t size, std::string_view text) {
     if (!buffer || size == 0)
         return;

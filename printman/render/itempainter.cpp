@@ -8,8 +8,9 @@ namespace printman {
 
 namespace {
 
-/// How a text is drawn in its cell. One that has a cell for each character fits; what a scaled
-/// painter's rounding makes it wider by may not cost its first or last character.
+/// The flags for drawing a text in its cell. It has a cell for each character and so fits; rounding
+/// in a scaled painter may make it slightly wider, which must not cut off its first or last
+/// character.
 int cell_flags(const StringItem& item) {
     const int flags = alignment_flags(item.align);
     return item.text.size() <= item.cell.width() ? flags | Qt::TextDontClip : flags;

@@ -12,7 +12,7 @@ namespace printman {
 
 /// Draws items with the painter's own pen and font, in the given units.
 ///
-/// On a PsPrinter the text goes straight to the page, without a text layout for each run; the
+/// On a PsPrinter text is written directly to the page, without a text layout for each run; the
 /// result is the same.
 class ItemPainter {
 public:
@@ -24,7 +24,7 @@ public:
     /// Draws an item's text in its drawn rectangle.
     void draw_highlight(const StringItem& item);
 
-    /// Draws all items of a page, line by line, and stores in each where its text stands.
+    /// Draws all items of a page, line by line, and stores in each where its text was drawn.
     void draw_page(std::span<QValueList<StringItem>> rows);
 
 private:

@@ -10,7 +10,7 @@ namespace printman {
 
 namespace {
 
-/// Cut so far within an int that the width of a rectangle between two such values is one too.
+/// Clamped so that the width of a rectangle between two such values fits into an int.
 int to_int(qint64 value) {
     constexpr qint64 limit = 1 << 29;
     return static_cast<int>(std::clamp(value, -limit, limit));

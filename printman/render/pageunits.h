@@ -20,20 +20,20 @@ struct PageMargins {
 class PageUnits {
 public:
     PageMargins margins;
-    bool no_page_map = false; ///< automatic page formatting off: window and viewport stay
+    bool no_page_map = false; ///< automatic page formatting is off: window and viewport stay
     double paper_width = 0.0;
     double paper_height = 0.0;
 
-    /// Measures the painter's font, and unless @p keep or no_page_map lays the grid's window into
-    /// the painter's viewport less the margins, anchored at its top left, with the grid's shape.
-    /// Where no room is left the viewport is one pixel.
+    /// Measures the painter's font and, unless @p keep or no_page_map is set, fits the grid's
+    /// window into the painter's viewport less the margins, at its top left and with the grid's
+    /// aspect ratio. If no room is left, the viewport is one pixel.
     ///
     /// @param columns,lines      the page's grid, both 1 or more
-    /// @param margin_x,margin_y  device pixels to leave free at each side besides
+    /// @param margin_x,margin_y  further device pixels to leave free at each side
     void set(QPainter& p, int columns, int lines, bool keep, int margin_x, int margin_y);
 
-    /// Measures the painter's font and lays the grid's window into @p area of the device, whatever
-    /// the page margins and no_page_map say.
+    /// Measures the painter's font and fits the grid's window into @p area of the device,
+    /// regardless of the page margins and no_page_map.
     void set_in(QPainter& p, int columns, int lines, const QRect& area);
 
     /// The logical rectangle of a rectangle of cells.
@@ -42,7 +42,7 @@ public:
     int char_width() const { return char_width_; }
     int line_height() const { return line_height_; }
 
-    /// The page margins as set() last found them, in device pixels.
+    /// The page margins of the last set(), in device pixels.
     struct PixelMargins {
         int top = 0;
         int bottom = 0;

@@ -7,10 +7,10 @@
 
 class CPrintMan;
 
-/// The widget that shows a report's page. It turns mouse and keys into signals, which it connects
-/// to the owner's slots of the same names, and has the owner paint what it shows.
+/// The widget that shows a report's page. It turns mouse and key events into signals, which it
+/// connects to the owner's slots of the same names, and has the owner paint it.
 ///
-/// An owner that is destroyed first leaves a blank widget that does nothing.
+/// When the owner is destroyed first, the widget stays blank and does nothing.
 class PRINTMAN_EXPORT CScreen : public QWidget {
     Q_OBJECT
 
@@ -20,7 +20,7 @@ public:
     ~CScreen() override;
 
 signals:
-    // Mouse places are in logical pixels of the widget.
+    // Mouse positions are in logical pixels of the widget.
     void mouse_press(const QPoint& p);
     void mouse_release(const QPoint& p);
     void mouse_move(const QPoint& p);
@@ -34,14 +34,14 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
-    /// Drops every key but the three above, without passing it on.
+    /// Handles the three keys above and drops all others without passing them on.
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     QPointer<CPrintMan> owner_;
 };
 
-/// An empty form of 600 x 480 pixels for hosts; the library itself does not make one.
+/// An empty form of 600 x 480 pixels for hosts; the library itself does not use it.
 class PRINTMAN_EXPORT ScreenViewBase : public QWidget {
     Q_OBJECT
 
@@ -51,7 +51,7 @@ public:
     ~ScreenViewBase() override;
 
 public slots:
-    /// Gives the form its caption in the language of now.
+    /// Sets the form's caption in the current language.
     virtual void languageChange();
 
 protected:

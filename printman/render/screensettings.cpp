@@ -13,7 +13,8 @@ namespace {
 constexpr long max_point_size = 1000;
 constexpr long max_legacy_weight = 99;
 
-/// A setting's text, which the host keeps only until the next question; empty when it is not set.
+/// A setting's text, copied because the host keeps it only until the next call; empty when it is
+/// not set.
 std::string font_setting(const char* key) {
     const char* text = GetEnv(key, "dlwmenu.ini", "screenfont");
     return text ? text : "";
@@ -48,7 +49,7 @@ void ScreenFontSettings::apply(QFont& font) const {
     if (weight)
         set_legacy_weight(font, *weight);
     font.setItalic(italic);
-    // A style that was chosen by its name would go before weight and slant.
+    // A style chosen by name would take precedence over weight and slant.
     font.setStyleName({});
 }
 

@@ -38,7 +38,7 @@ void fill_around(QPainter& p, const QRect& outer, const QRect& inner, const QCol
 } // namespace
 
 ScreenView::~ScreenView() {
-    // Without a parent the view is no one else's.
+    // Without a parent nobody else owns the view.
     if (scroll_ && !scroll_->parent())
         delete scroll_;
 }
@@ -58,7 +58,7 @@ int ScreenView::margin() const {
 void ScreenView::set_font(const QFont& font) {
     font_ = font;
     base_point_size_ = font.pointSize();
-    // A font that was asked for in pixels has a size in points all the same.
+    // The size of a font that was set in pixels, in points.
     if (base_point_size_ <= 0)
         base_point_size_ = QFontInfo(font).pointSize();
     font_.setHintingPreference(QFont::PreferFullHinting);
@@ -196,8 +196,8 @@ bool ScreenView::begin_page(QPainter& p, PageGeometry grid, const PageRows& rows
     const QRect all = screen_->rect();
     const QRect frame(QPoint(m - 1, m - 1), QPoint(all.width() - m, all.height() - m));
     const QRect sheet = frame.adjusted(1, 1, -1, -1);
-    // Every pixel once: at a high zoom there are many. The image may end in a part of a logical
-    // one.
+    // Every pixel is filled once: at a high zoom there are many. The image may end with a part of a
+    // logical pixel.
     fill_around(p, all.adjusted(0, 0, 1, 1), frame & all, surround());
     fill_around(p, frame & all, sheet, Qt::black);
     p.fillRect(sheet, colors.page);

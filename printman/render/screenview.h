@@ -24,8 +24,8 @@ class PageUnits;
 /// The page on screen: a scroll view with the screen widget in it, the image of the page that the
 /// widget shows, and how the page is laid out: font, zoom, preview and colors.
 ///
-/// The widgets belong to the host's window; when it goes everything here has no effect any more.
-/// All sizes and places are in logical pixels; the image has the screen's device pixels.
+/// The widgets belong to the host's window; once that is gone, nothing here has any effect. All
+/// sizes and positions are in logical pixels; the image has the screen's device pixels.
 class ScreenView {
 public:
     explicit ScreenView(PageUnits& units) : units_(units) {}
@@ -35,25 +35,26 @@ public:
 
     ScreenColors colors;
     bool preview = false; ///< the whole page fits the view
-    int zoom = 100;       ///< in percent, kept during preview; 0 leaves the font's size
+    int zoom = 100;       ///< in percent, kept during preview; 0 leaves the font size unchanged
 
-    /// Sets the font and the size that zooming scales. It is hinted fully: characters then are as
-    /// wide as their cells to the pixel, and fields that end in the last column end there.
+    /// Sets the font, at the size that zooming scales. It is fully hinted, so that characters are
+    /// as wide as their cells to the pixel and fields that end in the last column end at the edge.
     void set_font(const QFont& font);
 
-    /// Makes the widgets on first use and gives the screen widget the size of the page: outside
-    /// preview the smallest sheet of the paper's shape that holds the text, with a margin of 20
-    /// pixels about it; in preview the largest that fits the view less 30 pixels, centred. The view
-    /// then shows the top left of the page, and the screen widget has the keyboard.
+    /// Creates the widgets on first use and gives the screen widget the size of the page: outside
+    /// preview the smallest sheet with the paper's aspect ratio that holds the text, with a margin
+    /// of 20 pixels around it; in preview the largest one that fits into the view less 30 pixels,
+    /// centred. The view then shows the top left of the page, and the screen widget has the
+    /// keyboard focus.
     ///
     /// @param owner  receives the widget's signals and paints it
-    /// @param parent where the view is made; replaces that of an earlier call unless null
-    /// @param size   of the view; likewise
-    /// @param font   likewise, as set_font()
-    /// @param grid   the page's columns and lines, known
+    /// @param parent parent of the view; null keeps that of an earlier call
+    /// @param size   size of the view; likewise
+    /// @param font   passed to set_font(); likewise
+    /// @param grid   the page's columns and lines, which are known
     /// @param paper  size of the paper, in any unit
-    /// @return false, and nothing is made, when there is no view and neither a parent nor a size
-    ///         says what for, or when the parent of an earlier call is gone
+    /// @return false, with nothing created, when there is no view and neither a parent nor a
+    ///         size is known for one, or when the parent of an earlier call is gone
     bool lay_out(CPrintMan* owner, QWidget* parent, const QSize* size, const QFont* font,
                  PageGeometry grid, QSize paper);
 
@@ -65,47 +66,46 @@ public:
     QScrollView* scroll() const;
     CScreen* screen() const;
 
-    /// Makes the image of an empty sheet in the screen widget's size and opens @p p on it, ready
-    /// to draw the items of @p rows, whose page has the columns and lines of @p grid: font, logical
-    /// units and pen are set.
+    /// Creates the image of an empty sheet in the screen widget's size and opens @p p on it with
+    /// font, logical units and pen set, ready to draw the items of @p rows, whose page has the
+    /// columns and lines of @p grid.
     ///
-    /// @return false without a screen widget, or when there is no memory for an image of that size
-    ///         (its side is limited to 32,767 pixels and the whole to 512 MiB); there is no image
-    ///         then
+    /// @return false, with no image, without a screen widget, when there is no memory for an
+    ///         image of that size, or when it would exceed 32,767 pixels in either direction or
+    ///         512 MiB
     bool begin_page(QPainter& p, PageGeometry grid, const PageRows& rows);
 
     /// Whether the image is that of the page that @p rows hold now.
     bool shows(const PageRows& rows) const;
 
-    /// Opens @p p on the image to change what is there, with font and logical units as
-    /// begin_page() set them.
+    /// Opens @p p on the image to change it, with font and logical units as begin_page() sets them.
     ///
     /// @return false when there is no image
     bool begin_change(QPainter& p);
 
-    /// Shows the image at once.
+    /// Shows the image immediately.
     void show_image();
 
-    /// Draws the image on @p widget, in its paint event, on a dark surround.
+    /// Draws the image on @p widget, within its paint event, with a dark surround.
     void paint_on(QWidget& widget) const;
 
-    /// Whether the screen widget has other device pixels than the image, which was made for
-    /// another screen.
+    /// Whether the image was made for a screen with another device pixel ratio than the widget has
+    /// now.
     bool is_outdated() const;
 
     const QPixmap* image() const { return image_.get(); }
 
-    /// How the image was painted: the grid of its page, the pixels about its sheet, its colors.
+    /// How the image was painted.
     struct Painted {
-        PageGeometry grid;
-        int margin = 0;
+        PageGeometry grid; ///< of its page
+        int margin = 0;    ///< pixels around its sheet
         ScreenColors colors;
         QSize size;         ///< of the screen widget
-        unsigned loads = 0; ///< which load of the rows it shows
+        unsigned loads = 0; ///< PageRows::loads() of the rows that it shows
     };
     const Painted& painted() const { return painted_; }
 
-    /// Scrolls so that a place is seen, with 50 pixels about it.
+    /// Scrolls a position into view, with 50 pixels around it.
     void ensure_visible(QPoint at);
 
 private:

@@ -10,18 +10,18 @@ class QPainter;
 
 namespace printman {
 
-/// What is drawn for an item's text. Report text has one cell a byte: a soft hyphen, which the
-/// toolkit would hide, is shown as a hyphen, tabs and carriage returns as blanks.
+/// What is drawn for an item's text. Report text has one cell per byte, so a soft hyphen, which the
+/// toolkit would hide, is shown as a hyphen, and tabs and carriage returns as blanks.
 QString shown_text(const QString& text);
 
-/// Where a run of text stands when it is drawn: all that cutting and searching items needs to know
-/// of a painter.
+/// Where a run of text is placed when it is drawn: all that cutting and searching items need to
+/// know about a painter.
 class TextMeasure {
 public:
     virtual ~TextMeasure() = default;
 
-    /// The rectangle that @p text covers when it is drawn in @p cell with the alignment @p flags,
-    /// in logical units.
+    /// The rectangle, in logical units, that @p text covers when it is drawn in @p cell with the
+    /// alignment @p flags.
     virtual QRect bounding_rect(const QRect& cell, int flags, const QString& text) const = 0;
 
 protected:
@@ -30,22 +30,21 @@ protected:
     TextMeasure& operator=(const TextMeasure&) = default;
 };
 
-/// Measures text as a painter draws it. Everything that needs to know where text stands asks here:
-/// a run is as high as the font's line, at every font and size, which Qt's own bounding rectangle
-/// is not (its layout rounds ascent and descent apart and is often a pixel higher).
+/// Measures text as a painter draws it. Everything that needs to know where text is placed asks
+/// here: a run is always as high as the font's line, while Qt's own bounding rectangle is often one
+/// pixel higher, because its layout rounds ascent and descent separately.
 class TextRuler final : public TextMeasure {
 public:
-    /// Takes the painter's font and device as they are now. Cost: some 200 character widths.
+    /// Uses the painter's current font and device. Cost: some 200 character widths.
     explicit TextRuler(const QPainter& p);
 
-    /// The width of @p text as it is shown on one line, in logical units; its trailing blanks
-    /// count.
+    /// The width of @p text as shown on one line, in logical units, with trailing blanks.
     double width(const QString& text) const;
 
     /// The height of a line.
     int height() const { return height_; }
 
-    /// From a line's top to its baseline.
+    /// The distance from a line's top to its baseline.
     double ascent() const { return ascent_; }
 
     /// The rectangle that @p text covers when it is drawn in @p cell with the alignment @p flags:
@@ -55,7 +54,7 @@ public:
     /// The same for a text of width @p width.
     QRect bounding_rect(const QRect& cell, int flags, double width) const;
 
-    /// Left edge of a text of width @p width in @p cell, not rounded.
+    /// The left edge of a text of width @p width in @p cell, not rounded.
     static double left_edge(const QRect& cell, int flags, double width);
 
 private:
@@ -66,7 +65,8 @@ private:
     std::array<bool, 256> fixed_{}; ///< which Latin-1 characters have it
 };
 
-/// Qt's flags for an item's alignment code: 3 right, 4 centred, any other left; centred vertically.
+/// Qt's flags for an item's alignment code: 3 right, 4 centred, any other left; always vertically
+/// centred.
 int alignment_flags(int code);
 
 } // namespace printman

@@ -16,20 +16,20 @@ struct ZoomRatio {
     char name[20]; ///< as the user sees it
 };
 
-/// The zoom table, in the order in which it is offered, ended by a row with ratio 0.
+/// The zoom table, in the order in which it is offered, terminated by a row with ratio 0.
 PRINTMAN_EXPORT extern const ZoomRatio zoom_ratios[];
 
-/// The names of the zoom table in its order.
+/// The names in the zoom table, in its order.
 PRINTMAN_EXPORT QStringList zoom_names();
 
-/// @return the ratio of the row whose name is exactly @p name, or 0
+/// @return the ratio of the row whose name is exactly @p name; 0 if there is none
 PRINTMAN_EXPORT int zoom_ratio(const char* name);
 
 } // namespace printman
 
-/// The area that a whole page may take in a view of size @p view: 30 pixels less each way.
+/// The area for a whole page in a view of size @p view: 30 pixels less in each direction.
 PRINTMAN_EXPORT QSize get_preview_size(QSize view);
 
-/// Where a page of size @p page stands centred in a view of size @p view; halves are cut toward
-/// zero.
+/// The position of a page of size @p page that is centred in a view of size @p view; halves are
+/// truncated toward zero.
 PRINTMAN_EXPORT QPoint get_preview_loc(QSize page, QSize view);

@@ -10,27 +10,27 @@
 
 namespace printman {
 
-/// What every marker starts with.
+/// The start of every marker.
 inline constexpr std::string_view marker_lead = "#!?";
 
-/// What the lines start with that begin and end a page.
+/// The start of the lines that begin and end a page.
 inline constexpr std::string_view page_top_mark = "#!?PAGETOP";
 inline constexpr std::string_view page_end_mark = "#!?PAGEEND";
 
 /// A marker without effect: a tab at a column that does not exist.
 inline constexpr std::string_view no_op_marker = "#!?T0,0;";
 
-/// The start of a page is looked for in pieces of a line of this many bytes, newline included: a
-/// top mark at the start of any piece begins a page, behind that piece.
+/// The size of the pieces of a line, newline included, that are searched for the start of a page: a
+/// top mark at the start of any piece begins a page, whose text starts after that piece.
 inline constexpr size_t line_piece_size = 49;
 
-/// The buffer that a line is read into: the line, its newline and a zero byte.
+/// The size of the buffer for one line, its newline and a terminating zero byte.
 inline constexpr size_t line_buffer_size = 512;
 
 /// The longest line that is read as one line, in bytes without its newline.
 inline constexpr size_t max_line_bytes = line_buffer_size - 2;
 
-/// Limits of the page size; beyond them a top line counts as stating none.
+/// Limits of the page size; a top line beyond them counts as stating none.
 inline constexpr long max_page_columns = 32767;
 inline constexpr long max_page_lines = 32767;
 inline constexpr long max_page_cells = 64L * 1024 * 1024;

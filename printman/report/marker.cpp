@@ -14,7 +14,7 @@ namespace {
 struct Number {
     int16_t value = 0;
     int bytes = 0;       ///< bytes taken
-    bool closed = false; ///< the separator was found before the copy passed the line's end
+    bool closed = false; ///< the separator was found before the end of the line
 };
 
 int16_t to_number(const char* text, int length) {
@@ -23,7 +23,7 @@ int16_t to_number(const char* text, int length) {
     return static_cast<int16_t>(static_cast<int>(std::strtol(scratch.data(), nullptr, 10)));
 }
 
-/// Takes bytes from @p pos up to @p separator, always the first one; @p end is inside @p line.
+/// Takes the byte at @p pos and those after it up to @p separator; @p end is inside @p line.
 Number take_number(std::span<const char> line, int pos, int end, char separator) {
     Number number;
     if (pos > end)
@@ -102,7 +102,7 @@ MarkerParse parse_field_marker(std::span<const char> line, int pos, int end, int
 }
 
 // From right to left: whether a marker is recognised depends only on the bytes after it, and those
-// are final by then. The buffer is filled from its back.
+// are final by then. The buffer is filled from its end.
 std::string escape_report_line(std::string_view text) {
     size_t leads = 0;
     for (size_t at = text.find(marker_lead); at != text.npos; at = text.find(marker_lead, at + 1))

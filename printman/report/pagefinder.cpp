@@ -12,7 +12,7 @@ namespace printman {
 namespace {
 
 /// The next top mark, or null. Looking for the mark's rarest letter is nearly twice as fast as
-/// memmem, which takes over in text that is full of that letter.
+/// memmem, which is used in text that is full of that letter.
 const char* find_top_mark(const char* from, const char* end) {
     constexpr size_t letter_at = page_top_mark.find('G');
     constexpr int max_misses = 64;
@@ -33,16 +33,16 @@ const char* find_top_mark(const char* from, const char* end) {
     return nullptr;
 }
 
-/// Finds page starts in a file that comes in blocks. As every piece of a line but its last is full,
-/// it is enough to find the mark and to know where its line starts.
+/// Finds page starts in a file that is given in blocks. As every piece of a line but its last is
+/// full, it is enough to find the mark and to know where its line starts.
 class PageFinder {
 public:
     explicit PageFinder(std::vector<long>& offsets) : offsets_(offsets) {}
 
     /// Searches the bytes at @p data, whose first stands at file position @p start.
     ///
-    /// @param last nothing follows
-    /// @return bytes that are dealt with; the next call starts behind them
+    /// @param last whether these are the last bytes of the file
+    /// @return the number of bytes that are done with; the next call starts after them
     size_t search(const char* data, size_t size, long start, bool last);
 
 private:

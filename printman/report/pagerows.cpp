@@ -35,7 +35,7 @@ private:
     std::vector<long> starts_; ///< 0-based columns at which the line's markers are found, ascending
 
     int line_ = 0;
-    long line_end_ = 0; ///< cell behind the line
+    long line_end_ = 0; ///< the cell after the line
     long pos_ = 0;
     long run_start_ = 0;  ///< column that the pending run is placed at
     long run_length_ = 0; ///< bytes in the pending run; they end at pos_
@@ -44,7 +44,7 @@ private:
 
 void PageRows::Loader::load() {
     // A field that is wider than its line leaves the position ahead of the line counter, which
-    // catches up by one a step; a zero cell then leads back to the line that it has reached.
+    // catches up by one per step; a zero cell then leads back to the line that it has reached.
     long line_number = 1;
     while (pos_ < total_) {
         if (line_number * columns_ <= pos_)
@@ -88,14 +88,14 @@ void PageRows::Loader::collect_starts() {
         std::ranges::sort(starts_);
 }
 
-/// The first cell behind the position at which a marker is found, or the line's end.
+/// The next cell after the position at which there is a marker, or the end of the line.
 long PageRows::Loader::next_marker() const {
     const long column = pos_ % columns_;
     const auto next = std::ranges::upper_bound(starts_, column);
     return next == starts_.end() ? line_end_ : pos_ - column + *next;
 }
 
-/// The field at the position, if it can be placed: else the cell is text.
+/// The field at the position if it can be placed; otherwise the cell is text.
 const EscapeField* PageRows::Loader::usable_field() const {
     const long column = pos_ % columns_;
     if (!std::ranges::binary_search(starts_, column))

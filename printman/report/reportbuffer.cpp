@@ -64,7 +64,7 @@ bool ReportBuffer::add_page(const char* data, int size) {
 
 /// Reads the first top line.
 ///
-/// @return false when the file cannot be read; @p top stays as it was where there is no such line
+/// @return false when the file cannot be read; @p top stays as it was if there is no such line
 bool ReportBuffer::read_first_top_line(TopLine& top) const {
     const File file = open_regular_file(file_name_.c_str());
     if (!file)
@@ -205,7 +205,7 @@ bool ReportBuffer::read_lines(std::FILE* file, std::span<char> cells, EscapeTabl
             continue;
         if (starts_with(line_.data(), page_end_mark) || row == geometry_.lines)
             return true;
-        // The byte in the newline's place is cut from the line, but its zero fills a cell.
+        // The byte in the newline's place is cut off, but the zero that replaces it takes a cell.
         const auto length = static_cast<int>(std::strlen(line_.data()));
         if (length > 0)
             line_[length - 1] = 0;

@@ -43,9 +43,8 @@ public:
 
     /// Appends @p size bytes: a page with its top and end lines.
     ///
-    /// @return false when @p data is null, @p size is negative, or the file cannot be opened, all
-    /// of
-    ///         which leave the file as it was; also when not all bytes could be written
+    /// @return false, with the file unchanged, when @p data is null, @p size is negative, or the
+    ///         file cannot be opened; also when not all bytes could be written
     bool add_page(const char* data, int size);
 
     /// Reads the geometry from the file's first top line. Where there is none, or none that states

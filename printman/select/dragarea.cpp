@@ -10,7 +10,7 @@ namespace {
 
 constexpr qint64 limit = 1 << 29;
 
-/// A rectangle between inclusive corners, cut so far that its size is still a number.
+/// A rectangle between inclusive corners, clamped so that its size does not overflow.
 QRect between(qint64 left, qint64 top, qint64 right, qint64 bottom) {
     const auto cut = [](qint64 value) {
         return static_cast<int>(std::clamp(value, -limit, limit));

@@ -18,7 +18,7 @@ constexpr qsizetype max_text_in_box = 1000;
 findDlgBase::findDlgBase(QWidget* parent, const char* name, bool modal, Qt::WindowFlags flags)
     : FormDialog(parent, name, modal, flags), ui_(std::make_unique<Ui::findDlgBase>()) {
     ui_->setupUi(this);
-    // It would change what is typed into what was typed before.
+    // It would replace what is typed by an earlier text.
     ui_->cbFind->setCompleter(nullptr);
     lbFindWhat = ui_->lbFindWhat;
     cbFind = ui_->cbFind;
@@ -105,7 +105,7 @@ void findDlg::leave(int result) {
         done(result);
 }
 
-// NOLINTNEXTLINE(performance-unnecessary-value-param): the interface has it so
+// NOLINTNEXTLINE(performance-unnecessary-value-param): hosts rely on the signature
 bool is_in_history(QStringList& history, QString text) {
     return history.contains(text);
 }

@@ -47,8 +47,8 @@ private:
     std::unique_ptr<Ui::findDlgBase> ui_;
 };
 
-/// The find dialog. Run it with exec(), which answers a Result: cancel_result also for Escape and
-/// the window's close button; with the two others the search text is not empty.
+/// The find dialog. Run it with exec(), which returns a Result: cancel_result for Cancel, Escape
+/// and the window's close button; with the other two the search text is not empty.
 class PRINTMAN_EXPORT findDlg : public findDlgBase {
     Q_OBJECT
 
@@ -58,10 +58,10 @@ public:
 
     explicit findDlg(QWidget* parent = nullptr, const char* name = nullptr);
 
-    QString search_text;        ///< what was set or searched for last
+    QString search_text;        ///< the last text that was set or searched for
     QStringList search_history; ///< the earlier texts, oldest first
 
-    /// @return a Direction: forward also when neither button is checked
+    /// @return a Direction: forward if neither button is checked
     int get_direction() const;
     bool is_case_sensitive() const;
     bool is_whole_word() const;
@@ -72,7 +72,7 @@ public:
     void set_case(bool sensitive);
     void set_wholeword(bool whole);
 
-    /// Offers @p history in the field's list; what stands in the field stays.
+    /// Offers @p history in the field's list; the text in the field stays.
     void set_search_history(const QStringList& history);
 
 public slots:
@@ -85,16 +85,16 @@ public slots:
     /// Closes the dialog with cancel_result.
     void cancel_dlg();
 
-    /// The same: Escape and the window's close button come here.
+    /// The same as cancel_dlg(), for Escape and the window's close button.
     void reject() override;
 
 private:
     void leave(int result);
 };
 
-/// Whether an entry of @p history is @p text, letter for letter.
+/// Whether @p history has an entry that is exactly @p text.
 PRINTMAN_EXPORT bool is_in_history(QStringList& history, QString text);
 
-/// Tells the user that @p text was not found, in a box over @p parent, and waits for OK. Of a text
-/// of more than 1,000 characters the box shows the beginning.
+/// Tells the user in a message box over @p parent that @p text was not found, and waits for OK. Of
+/// a text of more than 1,000 characters the box shows only the beginning.
 PRINTMAN_EXPORT void search_error(QWidget* parent, QString text);

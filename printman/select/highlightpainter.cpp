@@ -94,7 +94,7 @@ void HighlightPainter::paint_changes(QPainter& p, const HighlightSet& set,
             ++next_fresh;
             continue;
         }
-        // Of a piece that was there before, only what was painted over.
+        // Of a piece that was painted before, only the parts that were painted over.
         for (const PlacesByLine* places : {&restored, &blackened}) {
             for (const QRect& place : places->beside(piece.drawn))
                 draw_text(p, piece, piece.drawn & place);
@@ -110,7 +110,7 @@ void HighlightPainter::restore(QPainter& p, const Records& records) {
 
 /// Restores the page at @p place.
 ///
-/// @param piece what stands there; null for a gap
+/// @param piece the piece that is there; null for a gap
 void HighlightPainter::restore(QPainter& p, const QRect& place, const StringItem* piece) const {
     if (place.isEmpty())
         return;
@@ -133,7 +133,7 @@ void HighlightPainter::restore(QPainter& p, const QRect& place, const StringItem
 /// @return whether the source of @p piece is one of them
 bool HighlightPainter::draw_items(QPainter& p, int line, const QRect& place,
                                   const StringItem* piece) const {
-    // What hangs over from a neighbour was hidden too.
+    // The ink of a neighbour that reaches in was hidden too.
     const int overhang = std::max(1, units_.line_height() / 4);
     const QRect reach = place.adjusted(-overhang, -overhang, overhang, overhang);
     ItemPainter painter(p, units_);
@@ -142,7 +142,7 @@ bool HighlightPainter::draw_items(QPainter& p, int line, const QRect& place,
         if (!item.drawn.intersects(reach) ||
             (item.drawn.bottom() < place.top() && !ink_.below(item.text)) ||
             (item.drawn.top() > place.bottom() && !ink_.above(item.text)) ||
-            (item.drawn.right() < place.left() && !ink_.behind(item.text)) ||
+            (item.drawn.right() < place.left() && !ink_.after(item.text)) ||
             (item.drawn.left() > place.right() && !ink_.before(item.text)))
             continue;
         painter.draw(item);

@@ -98,7 +98,7 @@ void Highlights::unshow() {
     if (set_.waiting_pieces().empty())
         return;
     change_image([&](QPainter& p) {
-        // A gap covers the first pixels of the piece behind it.
+        // Gaps first: each covers the first pixels of the piece after it.
         painter_.restore(p, set_.waiting_gaps());
         painter_.restore(p, set_.waiting_pieces());
     });

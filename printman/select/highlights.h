@@ -55,17 +55,17 @@ public:
     /// @param merge whether the gaps between neighbours on a line are painted too
     void show(bool merge);
 
-    /// Restores the page where the pieces and gaps are that wait to be un-shown, and shows the
-    /// image. When no piece waits it does nothing at all.
+    /// Restores the page at the pieces and gaps that wait to be un-shown, and shows the image. Does
+    /// nothing when no piece waits.
     void unshow();
 
     /// Un-shows everything and forgets it.
     void clear();
 
-    /// Forgets everything without painting: the image is made anew.
+    /// Forgets everything without painting, because the image will be made again.
     void forget();
 
-    /// Paints what is highlighted once more, onto a page image that was made anew.
+    /// Paints what is highlighted once more, onto a new page image.
     ///
     /// @param p open on the image
     void repaint(QPainter& p);
@@ -73,14 +73,14 @@ public:
     /// Appends matches, in search order.
     void append(std::list<StringItem> matches) { set_.append(std::move(matches)); }
 
-    // The current match: one of the highlights, shown alone.
+    // The current match: one of the highlights, shown by itself.
 
-    /// Goes to the first highlight and shows it; false when there is none.
+    /// Goes to the first highlight and shows it; false if there is none.
     bool first_match();
 
-    /// Goes to the next highlight and shows it alone. After the last one everything is cleared.
+    /// Goes to the next highlight and shows only that. After the last one everything is cleared.
     ///
-    /// @return false when there is no next one
+    /// @return false if there is no next one
     bool next_match();
 
     /// Paints the current match, shows the image and scrolls to the match.

@@ -10,7 +10,7 @@ namespace printman {
 
 void InkOverhang::measure(const QPainter& p) {
     const double scale = std::abs(p.deviceTransform().m22());
-    // A glyph that is drawn scaled is hinted otherwise than the one that is measured.
+    // A glyph that is drawn scaled is hinted differently from the one that is measured.
     const double slack = 1 + (scale > 0 ? 1 / scale : 1);
     if (slack == slack_ && p.font() == font_)
         return;
@@ -20,7 +20,7 @@ void InkOverhang::measure(const QPainter& p) {
     for (int c = 0; c < 256; ++c) {
         const QRectF ink = metrics.tightBoundingRect(QString(QChar(c)));
         before_[c] = !ink.isEmpty() && ink.left() < slack;
-        behind_[c] = !ink.isEmpty() && ink.right() > metrics.horizontalAdvance(QChar(c)) - slack;
+        after_[c] = !ink.isEmpty() && ink.right() > metrics.horizontalAdvance(QChar(c)) - slack;
         above_[c] = !ink.isEmpty() && ink.top() < slack - metrics.ascent();
         below_[c] = !ink.isEmpty() && ink.bottom() > metrics.descent() - slack;
     }

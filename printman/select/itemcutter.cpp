@@ -27,7 +27,7 @@ bool ItemCutter::cut(const QRect& selection, const StringItem& item, StringItem&
         return false;
     if (item.drawn.top() < selection.top() || item.drawn.bottom() > selection.bottom())
         return false;
-    // Right edges are those of the first pixel behind.
+    // Right edges are the first pixel beyond.
     const int from = selection.left();
     const int to = selection.right() + 1;
     const int item_from = item.drawn.left();
@@ -91,7 +91,7 @@ void ItemCutter::centre(const StringItem& item, int start, int width, StringItem
             break;
         }
     }
-    // A negative length takes the rest.
+    // A negative length means the rest.
     piece.text = item.text.mid(first, last < first ? -1 : last - first);
     piece.align = item.align;
     piece.drawn = QRect(QPoint(before.right() + 1, before.top()),

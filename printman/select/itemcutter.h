@@ -5,39 +5,39 @@
 
 namespace printman {
 
-/// Cuts items to the characters that lie under a rectangle. Everything is in the logical units in
-/// which the page was painted; a run's place is measured, never counted in cells, so fonts of any
+/// Cuts items down to the characters under a rectangle. Everything is in the logical units in which
+/// the page was painted; a run's place is measured, never counted in cells, so that fonts of any
 /// pitch work.
 ///
-/// A piece has the run's text, where it is drawn and the item's alignment code; its other fields
-/// stay as the caller prepared them. A run is taken while it is at most as wide as is asked for.
+/// A piece receives the run's text, where it is drawn, and the item's alignment code; its other
+/// fields are left alone. A run takes as many characters as fit into the given width.
 ///
-/// Cost: one measurement a character, two for an inner run.
+/// Cost: one measurement per character, two for an inner run.
 class ItemCutter {
 public:
     explicit ItemCutter(const TextMeasure& measure) : measure_(measure) {}
 
-    /// The part of @p item under @p selection. Nothing is hit by a null rectangle, of an item that
-    /// was not painted or shows no ink, or when the item's lines do not lie wholly within those of
-    /// the rectangle.
+    /// The part of @p item under @p selection. An item is not hit when the rectangle is null, when
+    /// it was not painted or is blank, or when it does not lie wholly between the rectangle's top
+    /// and bottom.
     ///
-    /// @param piece a fresh item; becomes a full copy of @p item when all of it is covered
-    /// @return whether the item is hit; @p piece may then still be as it was, when a run from one
-    ///         end is as long as the whole text
+    /// @param piece a new item; becomes a full copy of @p item when all of it is covered
+    /// @return whether the item is hit; @p piece is unchanged even so when a run from one end is as
+    ///         long as the whole text
     bool cut(const QRect& selection, const StringItem& item, StringItem& piece) const;
 
-    /// The leading run of at most @p width, one character at least.
+    /// The leading run of at most @p width, but at least one character.
     ///
-    /// @return false, and @p piece stays, when the whole text fits
+    /// @return false, with @p piece unchanged, when the whole text fits
     bool left(const StringItem& item, int width, StringItem& piece) const;
 
-    /// The trailing run, likewise.
+    /// The same for the trailing run.
     bool right(const StringItem& item, int width, StringItem& piece) const;
 
-    /// The inner run that starts behind the first leading run as wide as @p start, and ends with
-    /// the last one that is at most @p start + @p width wide. Where the second does not reach
-    /// beyond the first, the run goes on to the end of the text. Where there is no such first run
-    /// its rectangle starts at the origin and has no height; without an end it is empty.
+    /// The inner run between two leading runs: it starts after the first one that is as wide as
+    /// @p start, and ends with the last one that is at most @p start + @p width wide. If that one
+    /// is the shorter of the two, the inner run extends to the end of the text. If no leading run
+    /// is that wide, its rectangle starts at the origin and has no height; if all fit, it is empty.
     void centre(const StringItem& item, int start, int width, StringItem& piece) const;
 
 private:

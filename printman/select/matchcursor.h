@@ -25,7 +25,7 @@ public:
         return current();
     }
 
-    /// Goes to the next record; null behind the last one, and without a current one.
+    /// Goes to the next record; null after the last one, or without a current one.
     const StringItem* next() {
         if (at_ != records_.end())
             ++at_;

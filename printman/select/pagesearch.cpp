@@ -15,7 +15,7 @@ QString expression_text(const QString& text, const SearchOptions& options) {
     return options.whole_word ? QStringLiteral("\\b%1\\b").arg(text) : text;
 }
 
-/// Where a match is drawn: what stands before it is measured too.
+/// Where a match is drawn: the text before it is measured too.
 QRect match_place(const TextMeasure& measure, const StringItem& item,
                   const SearchPattern::Match& match) {
     const auto leading = [&](qsizetype length) {
@@ -62,9 +62,9 @@ SearchPattern::Match SearchPattern::find(const QString& text, qsizetype from) {
 }
 
 bool SearchPattern::may_search(qsizetype length) {
-    if (length > longest_) {
+    if (length > max_allowed_) {
         if (cost_.allows(length))
-            longest_ = length;
+            max_allowed_ = length;
         else
             gave_up_ = true;
     }

@@ -125,7 +125,7 @@ void PatternLexer::read_reference(int first_digit) {
 void PatternLexer::read_set() {
     double ranges = 0;
     take(u'^');
-    // A bracket that comes first stands for itself.
+    // A bracket in the first place stands for itself.
     do {
         if (pos_ >= in_.size())
             return fail();

@@ -17,9 +17,9 @@ constexpr double max_ahead_copies = 13; // QRegExp's own limit
 
 /// A part of an automaton under construction.
 struct Box {
-    double first = 0.0; ///< weighted number of the states that may be the first
+    double first = 0.0; ///< weighted number of the states that may be first
     double first_refs = 0.0;
-    double last = 0.0; ///< number of states that may be the last
+    double last = 0.0; ///< number of the states that may be last
     double longest = 0.0;
     bool is_nullable = true;
 };
@@ -205,7 +205,7 @@ Box Parser::concatenate(const Box& left, const Box& right) {
     return box;
 }
 
-/// Counts what was added since @p before @p copies times.
+/// Multiplies what was added since @p before by @p copies.
 void Parser::multiply(const PatternAutomaton& before, double copies) {
     const auto scale = [copies](double& now, double then) { now = then + (now - then) * copies; };
     scale(automaton_->states, before.states);
@@ -218,7 +218,7 @@ void Parser::multiply(const PatternAutomaton& before, double copies) {
         automaton_->ahead[i].copies *= copies;
 }
 
-/// A repeated atom is a chain of its copies, the optional ones each within the one before.
+/// A repeated atom is a chain of copies, of which each optional one is nested in the one before.
 Box Parser::repeat(const Box& atom, const PatternToken& quantifier, bool captures) {
     const bool is_endless = quantifier.most == PatternToken::unbounded;
     Box last = quantifier.most == 0 ? Box() : atom;

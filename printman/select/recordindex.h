@@ -11,7 +11,7 @@
 
 namespace printman {
 
-/// Finds records of a list by where they are drawn, the first of equal ones first.
+/// Finds the records of a list by where they are drawn, in list order where places are equal.
 class RecordIndex {
 public:
     using Records = std::list<StringItem>;
@@ -24,7 +24,7 @@ public:
         }
     }
 
-    /// Erases the first record drawn at @p place from the list: false when there is none.
+    /// Erases the first record drawn at @p place from the list; false if there is none.
     bool erase(const QRect& place) {
         const auto found = places_.find(key(place));
         if (found == places_.end() || found->second.empty())
@@ -53,7 +53,7 @@ private:
     std::unordered_map<Key, std::vector<Records::iterator>, Hash> places_;
 };
 
-/// Rectangles of a page by their lines: all that can touch one that is a line high.
+/// Rectangles of a page by line: what touches a rectangle that is one line high is on its line.
 class PlacesByLine {
 public:
     explicit PlacesByLine(int line_height) : line_height_(std::max(1, line_height)) {}
@@ -63,7 +63,7 @@ public:
             lines_[place.center().y() / line_height_].push_back(place);
     }
 
-    /// The rectangles of the line of @p place.
+    /// The rectangles on the line of @p place.
     const std::vector<QRect>& beside(const QRect& place) const {
         static const std::vector<QRect> none;
         const auto found = lines_.find(place.center().y() / line_height_);

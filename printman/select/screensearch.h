@@ -16,7 +16,7 @@ public:
 
     QWidget* search_parent() override;
 
-    /// Takes what was highlighted away first. A page that is not on screen has no matches.
+    /// Clears the highlights first. A page that is not on screen has no matches.
     bool find_matches(const QString& text, const SearchOptions& options) override;
 
     void show_matches() override;

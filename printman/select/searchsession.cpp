@@ -18,7 +18,7 @@ void SearchSession::run(SearchTarget& target) {
         return;
     }
     const bool found = request->mark_all ? mark_all(target, *request) : find_next(target, *request);
-    // The user may close everything while the box is open: it comes last.
+    // Last, since the user may close everything while the box is open.
     if (!found)
         search_error(parent, request->text);
 }

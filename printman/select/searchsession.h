@@ -17,10 +17,10 @@ class SearchTarget {
 public:
     virtual ~SearchTarget() = default;
 
-    /// What the dialogs stand before; may be null.
+    /// The parent of the dialogs; may be null.
     virtual QWidget* search_parent() = 0;
 
-    /// Makes the highlights the matches on the page, in search order; nothing is shown yet.
+    /// Replaces the highlights by the matches on the page, in search order; nothing is shown yet.
     ///
     /// @return whether there are any
     virtual bool find_matches(const QString& text, const SearchOptions& options) = 0;
@@ -28,7 +28,7 @@ public:
     /// Shows all matches.
     virtual void show_matches() = 0;
 
-    /// Shows the first match alone, or the next one; false when there is none.
+    /// Shows only the first match, or only the next one; false if there is none.
     virtual bool show_first_match() = 0;
     virtual bool show_next_match() = 0;
 
@@ -38,15 +38,15 @@ protected:
     SearchTarget& operator=(const SearchTarget&) = default;
 };
 
-/// The search that the user leads with the find dialog: what was searched for last, so that the
-/// next Find Next steps on, and the texts of earlier searches.
+/// The user's searches with the find dialog: what was last searched for, so that the next Find Next
+/// continues from there, and the texts of earlier searches.
 class SearchSession {
 public:
-    /// Asks with the find dialog and does what was chosen. A text that is not found is told in a
-    /// box. The target and this may go while the dialog or the box is open.
+    /// Shows the find dialog and carries out what was chosen; a message box says when nothing was
+    /// found. The target and this object may be destroyed while the dialog or the box is open.
     void run(SearchTarget& target);
 
-    /// The text of the last successful Find Next; empty when there is none to continue.
+    /// The text of the last successful Find Next; empty if there is none to continue.
     const QString& text() const { return text_; }
     const SearchOptions& options() const { return options_; }
     const QStringList& history() const { return history_; }

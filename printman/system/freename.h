@@ -7,8 +7,8 @@
 
 namespace printman {
 
-/// @p start, a number and @p end, with the first number under which nothing is found. Anything
-/// counts as taken, even a dangling symbolic link, which a writer would follow.
+/// The first unused name of @p start, a number and @p end. Any entry counts as taken, even a
+/// dangling symbolic link, which a writer would follow.
 ///
 /// @param number the next number to try
 QString free_name(const QString& start, const QString& end, const std::function<int()>& number);

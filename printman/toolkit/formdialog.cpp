@@ -23,7 +23,7 @@ void FormDialog::changeEvent(QEvent* event) {
 void FormDialog::fit_to_font() {}
 
 void FormDialog::fix_size() {
-    // Smaller than any layout, whose smallest size then is the only one.
+    // Smaller than any layout: its minimum size then is the only possible one.
     constexpr int smallest = 10;
     setMaximumSize(smallest, smallest);
 }

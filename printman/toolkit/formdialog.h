@@ -22,10 +22,10 @@ public slots:
 protected:
     void changeEvent(QEvent* event) override;
 
-    /// Adapts what is as large as a text: called when the dialog's font has changed.
+    /// Adapts sizes that depend on the width of a text; called when the dialog's font has changed.
     virtual void fit_to_font();
 
-    /// Has the dialog be as small as its layout allows, whatever is asked for.
+    /// Keeps the dialog as small as its layout allows.
     void fix_size();
 };
 

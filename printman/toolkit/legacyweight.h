@@ -4,8 +4,8 @@
 
 namespace printman {
 
-/// The weight of a font on the scale of 0 to 99 on which 50 is normal, 25 light and 75 bold: what
-/// settings files and records hold. It is mapped to the nearest weight that the toolkit knows.
+/// Sets the weight of a font on the scale of settings files and records, 0 to 99 with 25 light, 50
+/// normal and 75 bold. The font gets the nearest weight that Qt knows.
 inline void set_legacy_weight(QFont& font, int weight) {
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED
@@ -13,6 +13,7 @@ inline void set_legacy_weight(QFont& font, int weight) {
     QT_WARNING_POP
 }
 
+/// The weight of a font on the same scale.
 inline int legacy_weight(const QFont& font) {
     QT_WARNING_PUSH
     QT_WARNING_DISABLE_DEPRECATED

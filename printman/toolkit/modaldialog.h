@@ -7,8 +7,8 @@
 
 namespace printman {
 
-/// A dialog that is run modally and deleted afterwards. While it is open its parent may be closed
-/// and take the dialog with it; this then holds no dialog any more.
+/// A dialog that is shown modally and deleted afterwards. While it is open, its parent may be
+/// destroyed together with the dialog; then no dialog is held any more.
 template <typename Dialog>
 class ModalDialog {
 public:

@@ -10,26 +10,27 @@
 
 class QWidget;
 
-/// A printer that writes PostScript: level 3, structured by the document structuring conventions,
-/// with text as text in embedded fonts, so that a PDF made of it can be searched.
+/// A printer that writes PostScript: level 3, following the document structuring conventions, with
+/// text kept as text in embedded fonts, so that a PDF made from it can be searched.
 ///
 /// It starts with 600 dpi, A4 portrait, one copy, and margins of half an inch at the sides and a
-/// third of an inch at top and bottom of the portrait sheet, which stay at these edges when the
-/// page is turned, until margins are set. Painting starts inside the margins.
+/// third of an inch at top and bottom of the portrait sheet. Until margins are set, these stay at
+/// the same edges of the sheet when the page is turned. Painting starts inside the margins.
 ///
-/// With an output file the job goes there, and the file takes its name when the job is complete;
-/// an earlier file stays until then. Without one the job goes to the spooler, `lp -d NAME` or,
-/// where there is no lp, `lpr -P NAME`.
+/// With an output file the job goes there; the file appears under its name when the job is
+/// complete, and an earlier file stays until then. Without one the job goes to the spooler,
+/// `lp -d NAME` or, if there is no lp, `lpr -P NAME`.
 ///
-/// printerState(): idle; active while a painter is open; aborted from abort() until that painter
-/// ends; error when the output cannot be opened or written or the spooler dies, until the next job.
-/// In the error state painting has no effect, newPage() and the painter's end() answer false, and
-/// errorString() says why.
+/// printerState() is idle; active while a painter is open; aborted from abort() until that painter
+/// ends; or error, until the next job, when the output cannot be opened or written or the spooler
+/// dies. In the error state painting has no effect, newPage() and the painter's end() return false,
+/// and errorString() says why.
 ///
 /// A painter must end before its printer is destroyed.
 ///
-/// QPrinter's other setters and getters work as usual; what was set is answered whether or not such
-/// a printer exists. Only the setters below must be called on this class, not through QPrinter.
+/// QPrinter's other setters and getters work as usual; a printer name that was set is returned
+/// whether or not such a printer exists. Call the setters below on this class, not through
+/// QPrinter.
 class PRINTMAN_EXPORT PsPrinter : public QPrinter {
 public:
     /// Device pixels per inch, as long as no other resolution is set.
@@ -39,43 +40,43 @@ public:
     explicit PsPrinter(PrinterMode mode = HighResolution);
     ~PsPrinter() override;
 
-    /// Names the spooler's queue; it need not exist.
+    /// Sets the spooler's queue, which need not exist.
     void setPrinterName(const QString& name);
 
-    /// Names the output file; an empty name sends jobs to the spooler.
+    /// Sets the output file; an empty name sends jobs to the spooler.
     void setOutputFileName(const QString& path);
 
-    /// The same for a fixed name in a directory that others can write to, such as /tmp: what
-    /// someone else left there is never written through. A link is removed, and another user's file
-    /// puts the job into the error state. The file is readable by its owner alone, an earlier one
-    /// is gone when the job starts, and nothing is left of an aborted or failed job.
+    /// The same for a fixed name in a directory that others can write to, such as /tmp. A link at
+    /// that name is removed, never followed, and another user's file puts the job into the error
+    /// state. The file is readable only by its owner, an earlier one is removed when the job
+    /// starts, and an aborted or failed job leaves nothing.
     void setScratchFileName(const QString& path);
 
     /// Sets what is asked some twenty times a second while a job waits for its spooler; the job is
     /// dropped when it says to stop. Null for nothing, as in the beginning.
     void setJobControl(const std::shared_ptr<printman::JobControl>& control);
 
-    /// Does nothing: the output is PostScript.
+    /// Does nothing: the output is always PostScript.
     void setOutputFormat(OutputFormat format);
 
-    /// Sets the margins of the page as it is turned now, in device pixels. Margins
-    /// that leave no room are ignored.
+    /// Sets the margins in the page's current orientation, in device pixels. Margins that leave no
+    /// room are ignored.
     void setMargins(unsigned top, unsigned left, unsigned bottom, unsigned right);
 
-    /// Lets the user choose, in the toolkit's print dialog, which starts with this printer's
-    /// settings: printer or output file, copies, page size and orientation, margins, range, duplex,
-    /// color. The dialog lists the printers that the machine has, and an output file besides, so
-    /// it works without any printer.
+    /// Shows Qt's print dialog, which starts with this printer's settings, and takes over what the
+    /// user chooses: printer or output file, copies, page size and orientation, margins, range,
+    /// duplex, color. The dialog lists the machine's printers and an output file, so it works
+    /// without any printer.
     ///
-    /// @param parent of the dialog; may be null. It may go while the dialog is open, which then is
-    ///               canceled, and so may the printer
-    /// @return false when it was canceled; nothing has changed then
+    /// @param parent parent of the dialog; may be null. It may be destroyed while the dialog is
+    ///               open, which cancels the dialog, and so may the printer
+    /// @return false when the dialog was canceled; nothing has changed then
     bool setup(QWidget* parent);
 
-    /// Whether the output file is one that the user chose in setup() to become a PDF, which is what
-    /// the dialog calls every file; only with a name that ends in ".ps" does it become PostScript.
-    /// The printer itself writes PostScript alone: who is asked for a PDF paints on a QPdfWriter.
-    /// Any other output file ends it.
+    /// Whether the output file was chosen in setup() as a PDF. The dialog calls every file a PDF;
+    /// one whose name ends in ".ps" counts as PostScript. This printer writes only PostScript, so a
+    /// caller that finds a PDF chosen paints on a QPdfWriter instead. Setting another output file
+    /// resets it.
     bool isPdfChosen() const;
 
     /// How the last job ended: a failure when it did not succeed.

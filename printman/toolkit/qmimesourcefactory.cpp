@@ -5,7 +5,7 @@
 
 namespace {
 
-// It may be asked for before main() and removed from after it: by then it is null.
+// It may be used before main() and again by destructors after main(): by then it is null.
 Q_GLOBAL_STATIC(QMimeSourceFactory, the_default_factory)
 
 } // namespace
@@ -36,7 +36,7 @@ const QMimeData* QMimeSourceFactory::data(const QString& name) {
     const auto found = images_.find(name);
     if (found != images_.end())
         return found->second.get();
-    // One that is asked may add and remove others.
+    // A factory that is asked may add and remove others.
     const QList<QMimeSourceFactory*> asked = others_;
     for (QMimeSourceFactory* const other : asked) {
         const QMimeData* const answer = others_.contains(other) ? other->data(name) : nullptr;

@@ -12,50 +12,50 @@
 
 class QMimeData;
 
-/// A source of images by name. The program has one default factory, which also asks those that are
-/// added to it; a class of its own may find or make what is asked for.
+/// A source of images by name. The program has one default factory, which also asks the factories
+/// that are added to it; a derived class may find or create images on demand.
 ///
-/// For one thread, the main one. Names are compared letter for letter; null and empty names have no
+/// To be used only in the main thread. Names must match exactly; null and empty names have no
 /// image.
 class PRINTMAN_EXPORT QMimeSourceFactory {
 public:
     QMimeSourceFactory();
 
-    /// Removes it from the default factory.
+    /// Removes this factory from the default factory.
     virtual ~QMimeSourceFactory();
 
     QMimeSourceFactory(const QMimeSourceFactory&) = delete;
     QMimeSourceFactory& operator=(const QMimeSourceFactory&) = delete;
 
-    /// The factory of the program. Nobody deletes it: it goes with the library.
+    /// The program's default factory. It must not be deleted: it is destroyed with the library.
     ///
-    /// @return null once it has gone, which only a destructor of a static object can meet
+    /// @return null once it is destroyed, which only destructors of static objects can see
     static QMimeSourceFactory* defaultFactory();
 
-    /// Has the default factory ask @p factory too: for what it has not itself, and behind those
-    /// that were added before. The caller keeps the factory and may destroy it at any time. Nothing
-    /// happens for null, for the default factory itself and for one that was added already.
+    /// Makes the default factory ask @p factory for images that it does not have itself, after
+    /// those that were added before. The caller keeps ownership and may destroy the factory at any
+    /// time. Does nothing for null, for the default factory itself, and for one that was added
+    /// already.
     static void addFactory(QMimeSourceFactory* factory);
 
-    /// The default factory no longer asks @p factory. Nothing happens for one that was not added.
+    /// Makes the default factory no longer ask @p factory. Does nothing for one that was not added.
     static void removeFactory(QMimeSourceFactory* factory);
 
-    /// What stands under @p name: of the default factory also what an added one has.
+    /// The data with that name; the default factory also looks in the added ones.
     ///
-    /// @return null when there is nothing; it belongs to the factory that has it, until that
-    /// factory
-    ///         goes or is given another image of that name
+    /// @return owned by the factory that has it, and valid until that factory is destroyed or given
+    ///         another image of that name; null if there is none
     virtual const QMimeData* data(const QString& name);
 
-    /// The image of data(), to be shown. A pixmap needs a QGuiApplication; data() does not.
+    /// The image of data() as a pixmap, which needs a QGuiApplication; data() does not.
     ///
-    /// @return a null pixmap when there is none
+    /// @return a null pixmap if there is none
     QPixmap pixmap(const QString& name);
 
-    /// Keeps @p image under @p name in place of an earlier one; a null image removes it.
+    /// Sets the image with that name, replacing an earlier one; a null image removes it.
     void setImage(const QString& name, const QImage& image);
 
 private:
     std::map<QString, std::unique_ptr<QMimeData>> images_;
-    QList<QMimeSourceFactory*> others_; ///< of the default factory: those that were added
+    QList<QMimeSourceFactory*> others_; ///< in the default factory: those that were added
 };

@@ -2,10 +2,10 @@
 
 #include <QPaintDevice>
 
-/// The size of a paint device, read once when the object is made.
+/// The size of a paint device, read once when the object is created.
 class QPaintDeviceMetrics {
 public:
-    /// @param device the device to measure; it is not kept. A null device measures 0 everywhere.
+    /// @param device the device to measure; it is not kept. All sizes of a null device are 0.
     explicit QPaintDeviceMetrics(const QPaintDevice* device)
         : width_(device ? device->width() : 0), height_(device ? device->height() : 0),
           width_mm_(device ? device->widthMM() : 0), height_mm_(device ? device->heightMM() : 0) {}

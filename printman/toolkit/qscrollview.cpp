@@ -9,7 +9,7 @@ namespace {
 
 constexpr int line_step = 20;
 
-/// Where the view must start, along one side, to show @p at with @p margin about it.
+/// Where the view must start, along one axis, to show @p at with @p margin around it.
 ///
 /// @param from    where it starts now
 /// @param visible how much of the contents it shows
@@ -28,12 +28,12 @@ QScrollView::QScrollView(QWidget* parent, const char* name) : QAbstractScrollAre
     setObjectName(QString::fromLatin1(name));
     horizontalScrollBar()->setSingleStep(line_step);
     verticalScrollBar()->setSingleStep(line_step);
-    // Places in the contents count from the left in every language.
+    // Positions in the contents count from the left in every language.
     horizontalScrollBar()->setLayoutDirection(Qt::LeftToRight);
 }
 
 QScrollView::~QScrollView() {
-    // Children go with the viewport and must not call back.
+    // Children are destroyed with the viewport and must not call back.
     for (const Child& child : children_) {
         child.widget->removeEventFilter(this);
         disconnect(child.widget, nullptr, this, nullptr);
@@ -82,7 +82,7 @@ void QScrollView::update_contents() {
             contents_.expandedTo({child.at.x() + size.width(), child.at.y() + size.height()});
     }
     QSize visible = viewport()->size();
-    // Bars that are there may be there only for each other.
+    // Each bar that is shown may be needed only because of the other.
     const QSize most = maximumViewportSize();
     if (contents_.width() <= most.width() && contents_.height() <= most.height())
         visible = most;

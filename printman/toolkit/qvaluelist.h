@@ -2,6 +2,6 @@
 
 #include <QList>
 
-/// The value list of the interface: a plain alias of Qt's list.
+/// The value list of the public interface, an alias of Qt's list.
 template <typename T>
 using QValueList = QList<T>;

@@ -2,5 +2,5 @@
 
 #include <QTransform>
 
-/// The world matrix of the interface: a plain alias of Qt's transformation.
+/// The world matrix of the public interface, an alias of Qt's transformation.
 using QWMatrix = QTransform;

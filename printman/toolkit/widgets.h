@@ -10,9 +10,9 @@ inline bool can_show_widgets() {
     return qobject_cast<QApplication*>(QCoreApplication::instance()) != nullptr;
 }
 
-/// Leaves an editable box without a choice: an empty list chooses the first entries that it gets.
+/// Clears the choice of an editable combo box, which chooses the first entry that is added to it.
 ///
-/// @param text what stands in the box's field
+/// @param text the text of the box's field afterwards
 inline void choose_none(QComboBox* box, const QString& text = {}) {
     box->setCurrentIndex(-1);
     box->setEditText(text);

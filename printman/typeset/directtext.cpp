@@ -65,7 +65,7 @@ bool DirectText::is_on_page() const {
 }
 
 void DirectText::draw(QPointF baseline) {
-    // What was drawn through the painter meanwhile may have left its clip.
+    // Something drawn with the painter meanwhile may have left a clip.
     d->engine->unclip();
     if (d->fixed)
         d->engine->show_fixed(*d->font, d->codes, baseline, d->transform, d->color);

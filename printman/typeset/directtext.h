@@ -9,9 +9,9 @@ class QPainter;
 
 namespace printman {
 
-/// The straight way from a run of text to the page of a PsPrinter: shaped and measured here and
-/// written as one show, without Qt's text layout. It serves a painter whose state stays as it was
-/// when the object was made.
+/// Writes runs of text directly to the page of a PsPrinter: each is shaped and measured here and
+/// shown by one operator, without Qt's text layout. The painter's state must stay as it was when
+/// the object was created.
 class DirectText {
 public:
     explicit DirectText(QPainter& p);
@@ -22,16 +22,17 @@ public:
     /// Whether the painter paints on a PsPrinter.
     bool is_on_page() const;
 
-    /// Measures @p text for the draw() that follows.
+    /// Shapes and measures @p text for the following draw().
     ///
-    /// @return false when it must be drawn through the painter: another device, a clipped or
-    ///         translucent painter, a decorated or spaced font, characters that the font lacks
+    /// @return false when the text must be drawn with the painter instead: another device, a
+    ///         clipped or translucent painter, a decorated or spaced font, characters that the
+    ///         font lacks
     bool prepare(const QString& text);
 
-    /// Width of the prepared text in logical units; trailing blanks count.
+    /// The width of the prepared text in logical units, with trailing blanks.
     double width() const;
 
-    /// Writes the prepared text with its baseline starting at @p baseline, in logical units.
+    /// Writes the prepared text with its baseline starting at @p baseline in logical units.
     void draw(QPointF baseline);
 
 private:

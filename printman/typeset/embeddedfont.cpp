@@ -64,10 +64,10 @@ EmbeddedFont::EmbeddedFont(const QRawFont& face, QByteArray name)
     : face_(face), name_(std::move(name)), encodings_(1) {
     if (face_.unitsPerEm() > 0)
         units_per_em_ = face_.unitsPerEm();
-    // At one pixel a unit, outlines and widths come in the face's own units.
+    // At one pixel per unit, outlines and widths are in the face's own units.
     face_.setPixelSize(units_per_em_);
     read_style();
-    // Of a variable font the tables hold another instance than the one that was asked for.
+    // The tables of a variable font hold another instance than the one that was asked for.
     if (face_.fontTable("head").isEmpty() || !face_.fontTable("fvar").isEmpty())
         return;
     tables_ = hb_face_create_for_tables(
@@ -85,8 +85,8 @@ EmbeddedFont::~EmbeddedFont() {
         hb_blob_destroy(blob);
 }
 
-/// A table of the face, kept for as long as the font lives: the subsetter refers to glyphs in a
-/// table that it has given back.
+/// A table of the face, kept as long as the font lives: the subsetter refers to glyphs in a table
+/// that it has released.
 hb_blob_t* EmbeddedFont::table(hb_tag_t tag) {
     hb_blob_t*& blob = blobs_[tag];
     if (!blob) {
@@ -105,7 +105,7 @@ void EmbeddedFont::read_style() {
     constexpr int weight_offset = 4;
     constexpr int selection_offset = 62;
     constexpr quint16 italic_or_oblique = 0x201;
-    // Outlines that are asked for come slanted already; only the tables do not.
+    // The face's outlines are slanted already; its tables are not.
     italic_ = !has_truetype_tables() || (u16(os2, selection_offset) & italic_or_oblique) != 0;
     bold_ = (os2.isEmpty() ? face_.weight() : u16(os2, weight_offset)) >= QFont::DemiBold;
 }

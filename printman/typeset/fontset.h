@@ -13,13 +13,13 @@ namespace printman {
 /// The typefaces of a document.
 class FontSet {
 public:
-    /// The document's font for @p face, made when it is met first; its size does not matter.
+    /// The document's font for @p face, created on first use; the face's size does not matter.
     EmbeddedFont& font(const QRawFont& face);
 
-    /// The names of all fonts, in the order in which they were met.
+    /// The names of all fonts, in the order of their first use.
     std::vector<QByteArray> names() const;
 
-    /// In the same order.
+    /// The fonts in the same order.
     const std::vector<std::unique_ptr<EmbeddedFont>>& fonts() const { return fonts_; }
 
 private:

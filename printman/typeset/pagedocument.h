@@ -7,21 +7,21 @@ namespace printman {
 class FontSet;
 class PageWriter;
 
-/// A document that is being written page by page.
+/// A document that is written page by page.
 class PageDocument {
 public:
     virtual ~PageDocument() = default;
 
-    /// The page that is being painted.
+    /// The page that is currently painted.
     virtual PageWriter& page() = 0;
 
     /// The typefaces that the document embeds.
     virtual FontSet& fonts() = 0;
 
-    /// Moves what the page holds to where it is kept when it has become much.
+    /// Moves the page's content to where it is kept, once there is much of it.
     virtual void settle() = 0;
 
-    /// Ends the document as failed, with @p error for its reason unless it has failed before.
+    /// Ends the document as failed, for the reason @p error, unless it has failed before.
     ///
     /// @return false
     virtual bool fail(const QString& error) = 0;
@@ -32,16 +32,16 @@ class PageTarget {
 public:
     virtual ~PageTarget() = default;
 
-    /// Starts a document; false puts the engine into the error state.
+    /// Starts a document; on failure the engine is in the error state.
     virtual bool begin() = 0;
 
-    /// Ends it: false when it failed or was aborted.
+    /// Ends it; false if it failed or was aborted.
     virtual bool end() = 0;
 
-    /// The document that is being written, null when there is none that still takes anything.
+    /// The document that is being written; null if there is none, or it has failed or was aborted.
     virtual PageDocument* document() = 0;
 
-    /// Device pixels an inch.
+    /// Device pixels per inch.
     virtual int resolution() const = 0;
 };
 

@@ -34,8 +34,8 @@ QImage faded(QImage image, double opacity) {
     return image;
 }
 
-/// The characters that a run's glyphs stand for, 0 where none is known. Glyphs that are as many as
-/// the characters stand for them in their order, unless the typeface says that they are others.
+/// The characters that a run's glyphs stand for, 0 where unknown. When there are as many glyphs as
+/// characters, they correspond in order, unless the typeface says otherwise.
 class CharacterFinder {
 public:
     CharacterFinder(const EmbeddedFont& face, const QString& text, qsizetype glyphs)
@@ -48,7 +48,7 @@ public:
             if (glyph != 0 && face_.glyph(ch) == glyph)
                 return ch;
         }
-        // Small capitals show the capital for the letter.
+        // Small capitals show a letter by its capital.
         for (const uint ch : text_) {
             if (glyph != 0 && face_.glyph(QChar::toUpper(ch)) == glyph)
                 return ch;
@@ -122,7 +122,7 @@ void PagePaintEngine::clip_to(const QPainterPath& device_path, Qt::ClipOperation
     clip_enabled_ = has_clip_;
 }
 
-/// The page to draw on, clipped as the painter is; null when the document takes nothing any more.
+/// The page to draw on, with the painter's clip; null when the document takes nothing any more.
 PageWriter* PagePaintEngine::clipped_page() {
     PageDocument* document = target_.document();
     if (!document)
@@ -146,7 +146,7 @@ void PagePaintEngine::unclip() {
 
 void PagePaintEngine::draw(const QPainterPath& path, bool filled) {
     PageWriter* page = clipped_page();
-    // A transformation that flattens everything leaves nothing to see.
+    // A singular transformation leaves nothing to see.
     if (!page || !transform_.isInvertible())
         return;
     const QPainterPath device_path = transform_.map(path);
@@ -265,7 +265,7 @@ void PagePaintEngine::show(const TextFont& font, const std::vector<ShapedGlyph>&
 void PagePaintEngine::drawTextItem(const QPointF& p, const QTextItem& item) {
     const QString text = item.text().normalized(QString::NormalizationForm_C);
     if (text.isEmpty()) {
-        // Glyphs without a text: the toolkit turns them into shapes.
+        // Glyphs without a text: Qt turns them into shapes.
         QPaintEngine::drawTextItem(p, item);
         return;
     }
@@ -288,7 +288,7 @@ void PagePaintEngine::drawTextItem(const QPointF& p, const QTextItem& item) {
     show(*shaped, glyphs, p, transform_, faded(pen_.color(), opacity_));
 }
 
-/// Shows what Qt's own layout makes of the text, with as many fonts as it takes.
+/// Shows the text as Qt's own layout shapes it, with as many fonts as that needs.
 void PagePaintEngine::draw_layout(const QPointF& p, const QString& text, const QFont& font) {
     if (font.stretch() != QFont::AnyStretch && font.stretch() != QFont::Unstretched) {
         draw_outlines(p, text, font);

@@ -12,8 +12,8 @@ namespace printman {
 
 /// Turns what a QPainter draws into a document's pages.
 ///
-/// Text stays text in embedded fonts. Solid shapes are paths, images are images; what page writers
-/// have no word for (gradients, textures, translucent images) Qt hands over as images.
+/// Text stays text in embedded fonts, solid shapes become paths, and images stay images. What page
+/// writers cannot express (gradients, textures, translucent images) Qt passes as images.
 class PagePaintEngine : public QPaintEngine {
 public:
     explicit PagePaintEngine(PageTarget& target);
@@ -30,20 +30,20 @@ public:
     void drawImage(const QRectF& target, const QImage& image, const QRectF& source,
                    Qt::ImageConversionFlags flags) override;
 
-    /// The document's form of @p font, which stays the same for as long as the font does.
+    /// The document's form of @p font; valid until it is asked for another font.
     ///
     /// @return null when no document is being written
     TextFont* text_font(const QFont& font);
 
-    /// Shows shaped glyphs with @p font from @p baseline on, both seen through @p transform.
+    /// Shows shaped glyphs with @p font, starting at @p baseline, both transformed by @p transform.
     void show(const TextFont& font, const std::vector<ShapedGlyph>& glyphs, QPointF baseline,
               const QTransform& transform, const QColor& color);
 
-    /// Shows bytes of a fixed-pitch font's first encoding; blanks at both ends are left out.
+    /// The same for codes of a fixed-pitch font's first encoding; blanks at both ends are left out.
     void show_fixed(const TextFont& font, std::string_view codes, QPointF baseline,
                     const QTransform& transform, const QColor& color);
 
-    /// Ends any clipping that an earlier painter state has left on the page.
+    /// Removes any clipping that an earlier painter state left on the page.
     void unclip();
 
 private:

@@ -85,7 +85,7 @@ void TextFont::find_pitch(const QFont& font) {
     }
     if (width <= 0.0)
         return;
-    // The painter's own width of a character, so that text stands where Qt would put it.
+    // The painter's own width of a character, so that text is placed where Qt would place it.
     pitch_ = QFontMetricsF(font).horizontalAdvance(QLatin1Char('0'));
     const double stretch = pitch_ / width;
     matrix_ =
@@ -93,7 +93,7 @@ void TextFont::find_pitch(const QFont& font) {
 }
 
 bool TextFont::can_load(const QFont& font) {
-    // Where there is no face at all the toolkit hands out boxes, which have neither name nor size.
+    // Without any face Qt returns one that draws boxes; it has neither name nor size.
     const QRawFont face = face_of(font);
     return face.isValid() && face.pixelSize() > 0;
 }
@@ -179,7 +179,7 @@ double TextFont::shape(const QString& text, std::vector<ShapedGlyph>& glyphs) co
     const double scale = pixels_ / face_.units_per_em();
     double pen = 0.0;
     for (unsigned i = 0; i < count; ++i) {
-        // The first glyph of a cluster carries its character, marks after it carry none.
+        // The first glyph of a cluster has its character, marks after it have none.
         const bool leads = i == 0 || infos[i].cluster != infos[i - 1].cluster;
         glyphs.push_back(
             {infos[i].codepoint, leads ? shown(characters[infos[i].cluster]) : 0,

@@ -17,54 +17,54 @@ namespace printman {
 /// A glyph of a shaped run.
 struct ShapedGlyph {
     quint32 glyph = 0;
-    char32_t ch = 0;    ///< the character that it stands for; 0 when there is none of its own
-    QPointF position;   ///< from the run's baseline start, in the font's pixels
+    char32_t ch = 0;    ///< the character that it stands for; 0 if it has none of its own
+    QPointF position;   ///< from the start of the run's baseline, in the font's pixels
     double advance = 0; ///< its own width, in the font's pixels
 };
 
 /// A QFont at its size on a device, ready to shape text for a document's pages.
 class TextFont {
 public:
-    /// @param dpi pixels an inch of the device
+    /// @param dpi the device's pixels per inch
     TextFont(FontSet& fonts, const QFont& font, int dpi);
 
-    /// The same with a given typeface of the font, one that stands in for it, say.
+    /// The same with a given typeface, such as a substitute for characters that the font lacks.
     TextFont(FontSet& fonts, const QRawFont& face, const QFont& font, int dpi);
 
-    /// Whether @p text can be shaped here: every character in the typeface, and no script that
-    /// needs more than kerning.
+    /// Whether @p text can be shaped here: the typeface has every character, and no script needs
+    /// more than kerning.
     bool covers(const QString& text) const;
 
-    /// Shapes @p text, which covers() accepts: kerned, and without ligatures, so that every
-    /// character comes back out of the page. Controls become blanks.
+    /// Shapes @p text, which covers() accepts: with kerning but without ligatures, so that every
+    /// character can be extracted from the page. Control characters become blanks.
     ///
     /// @return the run's width in pixels
     double shape(const QString& text, std::vector<ShapedGlyph>& glyphs) const;
 
-    /// Width of a glyph by itself, in pixels.
+    /// The width of a single glyph, in pixels.
     double width(quint32 glyph) const { return face_.advance(glyph) * pixels_; }
 
-    /// Of a fixed-pitch face, the width of each printable Latin-1 character in pixels, as Qt has
-    /// it; else 0. Glyphs are stretched by the little that it differs from their own width.
+    /// The width of each printable Latin-1 character of a fixed-pitch face in pixels, as Qt
+    /// measures it; 0 for any other face. Glyphs are stretched slightly to that width.
     double pitch() const { return pitch_; }
 
-    /// The shown bytes of Latin-1 text in a fixed pitch, controls as blanks.
+    /// The codes that show Latin-1 text in a fixed pitch, control characters as blanks.
     ///
-    /// @return false when a character is not drawn at the pitch
+    /// @return false if a character does not have that pitch
     bool fixed_codes(const QString& text, std::string& codes) const;
 
-    /// Font matrix in the document's font: ems to font pixels, y downwards.
+    /// The matrix of the document's font: ems to font pixels, y downwards.
     const QTransform& matrix() const { return matrix_; }
 
     EmbeddedFont& face() const { return face_; }
 
-    /// Width in ems of the stroke that thickens a face without a bold of its own; 0 for none.
+    /// The width in ems of the stroke that thickens a face without a bold of its own; 0 for none.
     double thickening() const { return thickening_; }
 
-    /// Whether the machine has a typeface for the font at all.
+    /// Whether the machine has any typeface for the font.
     static bool can_load(const QFont& font);
 
-    /// Whether the font asks for what only Qt's layout gives: spacing, capitals, stretch.
+    /// Whether the font needs something that only Qt's layout does: spacing, capitals, stretch.
     static bool needs_layout(const QFont& font);
 
 private:

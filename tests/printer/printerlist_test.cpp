@@ -126,14 +126,14 @@ TYPED_TEST(PrinterList, roomForNoneOrTooManyChangesNothing) {
     using List = printman::PrinterList<TypeParam>;
     this->list_.set_capacity(1);
     this->add("a");
-    for (const int count : {0, -1, std::numeric_limits<int>::min(), List::most_records + 1,
+    for (const int count : {0, -1, std::numeric_limits<int>::min(), List::max_records + 1,
                             std::numeric_limits<int>::max()}) {
         this->list_.set_capacity(count);
         EXPECT_EQ(this->walk(), Ids{"a"}) << count;
     }
-    this->list_.set_capacity(List::most_records);
-    EXPECT_EQ(this->list_.capacity(), List::most_records);
-    EXPECT_EQ(this->walk().size(), static_cast<size_t>(List::most_records));
+    this->list_.set_capacity(List::max_records);
+    EXPECT_EQ(this->list_.capacity(), List::max_records);
+    EXPECT_EQ(this->walk().size(), static_cast<size_t>(List::max_records));
 }
 
 TYPED_TEST(PrinterList, theFirstPrinterOfAnIdIsFound) {
