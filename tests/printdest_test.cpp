@@ -5,12 +5,10 @@
 #include <cstring>
 #include <vector>
 
-TEST(PrintDest, anAllZeroRecordHasNothingChosen) {
-    PrintDest record;
-    std::memset(&record, 0, sizeof record);
-    EXPECT_EQ(record.dest, 0);
-    EXPECT_EQ(record.prt_id[0], 0);
-    EXPECT_EQ(record.path[0], 0);
+TEST(PrintDest, aNewRecordIsAllZero) {
+    const PrintDest record{};
+    const std::vector<unsigned char> zeros(416);
+    EXPECT_EQ(std::memcmp(&record, zeros.data(), zeros.size()), 0);
 }
 
 TEST(PrintDest, aCopyMovesAll416Bytes) {

@@ -10,8 +10,7 @@ namespace host {
 
 namespace {
 
-constexpr qint64 first_shown = 500; // milliseconds
-constexpr qint64 event_interval = 40;
+constexpr qint64 event_interval = 40; // milliseconds
 
 } // namespace
 
@@ -40,7 +39,7 @@ bool WindowWatch::waits() {
 }
 
 bool WindowWatch::process_events() {
-    if (clock_.elapsed() >= first_shown)
+    if (clock_.elapsed() >= shown_after.count())
         dialog_->show();
     // Without the dialog the user's input waits until the job is done.
     QCoreApplication::processEvents(dialog_->isVisible() ? QEventLoop::AllEvents

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QString>
 
+#include <chrono>
 #include <memory>
 
 class QWidget;
@@ -17,6 +18,10 @@ class ProgressDialog;
 /// cancel it. During the job the window is repainted but takes no input.
 class WindowWatch : public JobWatch {
 public:
+    /// How long a job lasts before it is shown. A test that is not to depend on the machine's speed
+    /// shows jobs from their first page on, or never.
+    static inline std::chrono::milliseconds shown_after{500};
+
     /// @param window   the job's window
     /// @param activity what the job is doing, for the user
     WindowWatch(QWidget* window, const QString& activity);

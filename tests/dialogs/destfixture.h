@@ -33,8 +33,6 @@ protected:
     }
     ~PrintDestFixture() override { testhost::reset(); }
 
-    static QString text(const char* latin1) { return QString::fromLatin1(latin1); }
-
     /// A record as the host would fill it; @p dest 0 makes an all-zero one.
     static PrintDest record(int dest, bool on_server) {
         PrintDest made{};
@@ -54,7 +52,7 @@ protected:
     /// Hands the dialog what a manager would, and shows it.
     void open(PrintDestDlg& dialog, const PrintDest& record) {
         dialog.printman = &manager_;
-        dialog.local_printer_id = text("LOCAL1");
+        dialog.local_printer_id = testsupport::text("LOCAL1");
         dialog.set_print_dest(record);
         dialog.show();
     }
@@ -78,7 +76,7 @@ protected:
     }
 
     /// The calls that store settings.
-    static QStringList stored() { return testhost::calls().filter(text("SetEnv")); }
+    static QStringList stored() { return testhost::calls().filter(testsupport::text("SetEnv")); }
 
     QTemporaryDir scratch_;
     CPrintMan manager_;

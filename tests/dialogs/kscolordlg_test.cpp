@@ -1,6 +1,8 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/language.h"
 #include "tests/support/testhost.h"
+#include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
 #include <printman/dialogs/kscolordlg.h>
 #include <printman/printman.h>
@@ -22,11 +24,9 @@ using testing::IsEmpty;
 using testsupport::DialogAnswers;
 using testsupport::LongLanguage;
 
-namespace {
+using testsupport::text;
 
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
+namespace {
 
 /// The color of every pixel of a swatch; invalid when they differ.
 QColor swatch_color(const QLabel* swatch) {
@@ -276,7 +276,7 @@ TEST_F(ColorDialog, growsWithTheLanguageAlone) {
     dialog.show();
     const int width = dialog.width();
     const LongLanguage language;
-    EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.width() > width; }));
+    EXPECT_TRUE(testsupport::wait_for([&] { return dialog.width() > width; }));
     EXPECT_EQ(dialog.windowTitle(), text("Korvo Screen Color").repeated(3));
     EXPECT_GE(dialog.lbBGColor->width(), dialog.lbBGColor->sizeHint().width());
 }

@@ -10,6 +10,7 @@
 #include <QRadioButton>
 
 using testsupport::DialogAnswers;
+using testsupport::text;
 
 namespace {
 

@@ -1,5 +1,6 @@
 #include "tests/dialogs/destfixture.h"
 #include "tests/support/language.h"
+#include "tests/support/waiting.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -12,6 +13,8 @@
 #include <QRadioButton>
 #include <QSpinBox>
 #include <qtestspontaneevent.h>
+
+using testsupport::text;
 
 namespace {
 
@@ -123,7 +126,7 @@ TEST_F(PrintDestDialog, theArrowKeysChooseADestinationToo) {
     PrintDestDlg dialog;
     open(dialog, record(1, true));
     dialog.activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    ASSERT_TRUE(testsupport::wait_until_active(dialog));
     EXPECT_TRUE(dialog.opToScreen->hasFocus());
     QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
     EXPECT_TRUE(dialog.opToPrinter->isChecked());
@@ -339,7 +342,7 @@ TEST_F(PrintDestDialog, growsWithTheLanguageAlone) {
     const auto is_whole = [](const QWidget* widget) {
         return widget->width() >= widget->sizeHint().width();
     };
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(testsupport::wait_for([&] {
         return dialog.width() > width && is_whole(dialog.chkNoPageFmt) &&
                is_whole(dialog.lbPrintID) && is_whole(dialog.lbNCopies);
     }));
@@ -357,8 +360,8 @@ TEST_F(PrintDestDialog, cutsNoLabelThatMayGrow) {
     QFont large = dialog.font();
     large.setPointSize(24);
     dialog.setFont(large);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return fits(dialog.lbPrintID); }));
-    EXPECT_TRUE(QTest::qWaitFor([&] {
+    EXPECT_TRUE(testsupport::wait_for([&] { return fits(dialog.lbPrintID); }));
+    EXPECT_TRUE(testsupport::wait_for([&] {
         return dialog.txtFont->width() > QFontMetrics(large).horizontalAdvance(
                                              text("Liberation Mono, DemiBold regular, size 10"));
     }));
@@ -368,7 +371,7 @@ TEST_F(PrintDestDialog, theKeyboardStartsAtTheChosenDestination) {
     for (const int dest : {1, 2, 3}) {
         PrintDestDlg dialog;
         open(dialog, record(dest, true));
-        QTest::qWait(0);
+        QCoreApplication::processEvents();
         EXPECT_EQ(dialog.focusWidget(), dest == 1   ? dialog.opToScreen
                                         : dest == 2 ? dialog.opToPrinter
                                                     : dialog.opToFile);

@@ -1,5 +1,6 @@
 #include "tests/support/language.h"
 #include "tests/support/testhost.h"
+#include "tests/support/tools.h"
 
 #include <printman/dialogs/printdestdlg.h>
 #include <printman/toolkit/qmimesourcefactory.h>
@@ -17,11 +18,9 @@
 
 using testsupport::LongLanguage;
 
-namespace {
+using testsupport::text;
 
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
+namespace {
 
 /// "kind name: text" of every widget of the table, in its order.
 std::string table(const printdestDlgBase& dialog) {

@@ -4,6 +4,8 @@
 
 #include <QLineEdit>
 
+using testsupport::text;
+
 namespace {
 
 class PrintDestFont : public PrintDestFixture {

@@ -11,6 +11,7 @@
 #include <QTemporaryFile>
 
 using testsupport::DialogAnswers;
+using testsupport::text;
 
 namespace {
 

@@ -11,6 +11,7 @@
 #include <QRadioButton>
 
 using testsupport::DialogAnswers;
+using testsupport::text;
 
 namespace {
 

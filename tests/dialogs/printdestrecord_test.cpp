@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <map>
 
+using testsupport::text;
+
 namespace {
 
 constexpr int to_screen = 1;

@@ -3,6 +3,8 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/language.h"
 #include "tests/support/testhost.h"
+#include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
 #include <printman/dialogs/selprinterdlg.h>
 
@@ -21,16 +23,14 @@ using testing::IsEmpty;
 using testsupport::DialogAnswers;
 using testsupport::LongLanguage;
 
+using testsupport::text;
+
 namespace {
 
 const std::initializer_list<const char*> all_fields = {
     "txtPrinterName", "txtPaperSize",  "txtOrientation", "txtFontName", "txtStyle",
     "txtSize",        "txtPageLength", "txtFirstLine",   "txtLastLine", "txtTop",
     "txtBottom",      "txtLeft",       "txtRight"};
-
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
 
 /// A dialog over a manager with three host-defined printers.
 class SelectPrinter : public testing::Test {
@@ -273,7 +273,7 @@ TEST_F(SelectPrinter, everyShowAfterAHideAppendsTheListAgain) {
 
 TEST_F(SelectPrinter, tabGoesThroughItFromTopToBottom) {
     dialog_.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog_));
+    ASSERT_TRUE(testsupport::wait_until_active(dialog_));
     EXPECT_EQ(dialog_.focusWidget(), dialog_.cbPrinterID);
     EXPECT_EQ(tab_walk(dialog_, dialog_.cbPrinterID),
               "cbPrinterID txtPrinterName txtPaperSize txtOrientation txtFontName txtStyle txtSize "
@@ -332,7 +332,8 @@ TEST_F(SelectPrinter, growsWithTheLanguageAlone) {
         }
         return names;
     };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return dialog_.width() > width && cut_labels().empty(); }));
+    EXPECT_TRUE(
+        testsupport::wait_for([&] { return dialog_.width() > width && cut_labels().empty(); }));
     EXPECT_THAT(cut_labels(), IsEmpty());
 }
 

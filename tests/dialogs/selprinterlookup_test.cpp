@@ -2,6 +2,7 @@
 #include "tests/dialogs/printerrecords.h"
 #include "tests/support/scratch.h"
 #include "tests/support/testhost.h"
+#include "tests/support/tools.h"
 
 #include <printman/dialogs/selprinterdlg.h>
 
@@ -17,11 +18,9 @@ using printman::SetupRecord;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-namespace {
+using testsupport::text;
 
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
+namespace {
 
 SetupRecord unused(SetupRecord record) {
     record.in_use = 0;

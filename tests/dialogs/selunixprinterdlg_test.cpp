@@ -3,6 +3,8 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/language.h"
 #include "tests/support/testhost.h"
+#include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
 #include <printman/dialogs/selunixprinterdlg.h>
 
@@ -20,14 +22,12 @@ using testing::IsEmpty;
 using testsupport::DialogAnswers;
 using testsupport::LongLanguage;
 
+using testsupport::text;
+
 namespace {
 
 const std::initializer_list<const char*> all_fields = {"txtPort", "txtDescription", "txtPageLength",
                                                        "txtFirstLine", "txtLastLine"};
-
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
 
 /// A dialog over a manager with three local printers.
 class SelectUnixPrinter : public testing::Test {
@@ -263,7 +263,7 @@ TEST_F(SelectUnixPrinter, textsThatFillTheirFieldsEndInThem) {
 
 TEST_F(SelectUnixPrinter, tabGoesThroughItFromTopToBottom) {
     dialog_.show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog_));
+    ASSERT_TRUE(testsupport::wait_until_active(dialog_));
     EXPECT_EQ(dialog_.focusWidget(), dialog_.cbPrinterID);
     EXPECT_EQ(tab_walk(dialog_, dialog_.cbPrinterID),
               "cbPrinterID txtPort txtDescription txtPageLength txtFirstLine txtLastLine btnOK "
@@ -293,7 +293,8 @@ TEST_F(SelectUnixPrinter, growsWithTheLanguageAlone) {
         }
         return names;
     };
-    EXPECT_TRUE(QTest::qWaitFor([&] { return dialog_.width() > width && cut_labels().empty(); }));
+    EXPECT_TRUE(
+        testsupport::wait_for([&] { return dialog_.width() > width && cut_labels().empty(); }));
     EXPECT_THAT(cut_labels(), IsEmpty());
 }
 

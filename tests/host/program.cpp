@@ -1,10 +1,10 @@
 #include "tests/host/program.h"
 
+#include "tests/support/tools.h"
+#include "tests/support/waiting.h"
+
 #include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
-#include <QThread>
 
 #include <csignal>
 
@@ -13,11 +13,13 @@ const QByteArray
 
 namespace {
 
-constexpr int patience = 60000; // milliseconds
+constexpr int patience = static_cast<int>(testsupport::hung_after.count());
 
 Ended result_of(QProcess& process) {
     Ended run;
-    if (process.waitForFinished(patience) && process.exitStatus() == QProcess::NormalExit)
+    process.waitForFinished(patience);
+    if (process.state() == QProcess::NotRunning && process.error() != QProcess::FailedToStart &&
+        process.exitStatus() == QProcess::NormalExit)
         run.status = process.exitCode();
     run.out = process.readAllStandardOutput();
     run.error = process.readAllStandardError();
@@ -49,51 +51,55 @@ QString ProgramTest::program() {
     return QStringLiteral(PRINTMAN_PROGRAM);
 }
 
-Ended ProgramTest::run_program(const QString& file, const QStringList& arguments) const {
-    QProcess process;
+void ProgramTest::prepare(QProcess& process) const {
     process.setProcessEnvironment(environment_);
     process.setWorkingDirectory(directory_.path());
     process.setStandardInputFile(QProcess::nullDevice());
+}
+
+Ended ProgramTest::run_program(const QString& file, const QStringList& arguments) const {
+    QProcess process;
+    prepare(process);
     process.start(file, arguments);
     return result_of(process);
 }
 
-QStringList ProgramTest::terminal_command(const QStringList& arguments) {
+Ended ProgramTest::on_terminal(const QStringList& arguments, const QByteArray& words,
+                               const std::function<void()>& then) const {
     const QString command =
         u'\'' + program() + QStringLiteral("' '") + arguments.join(QStringLiteral("' '")) + u'\'';
-    return {QStringLiteral("-qec"), command, QStringLiteral("/dev/null")};
-}
-
-Ended ProgramTest::on_terminal(const QStringList& arguments) const {
-    return run_program(QStringLiteral("script"), terminal_command(arguments));
+    QProcess process;
+    prepare(process);
+    process.start(QStringLiteral("script"),
+                  {QStringLiteral("-qec"), command, QStringLiteral("/dev/null")});
+    QByteArray said;
+    while (!said.contains(words) && process.waitForReadyRead(patience))
+        said += process.readAllStandardOutput();
+    EXPECT_TRUE(said.contains(words)) << said.constData();
+    then();
+    Ended result = result_of(process);
+    result.out.prepend(said);
+    return result;
 }
 
 Ended ProgramTest::interrupt(const QStringList& arguments, int number,
                              const std::function<bool()>& ready) const {
     QProcess process;
-    process.setProcessEnvironment(environment_);
-    process.setWorkingDirectory(directory_.path());
-    process.setStandardInputFile(QProcess::nullDevice());
+    prepare(process);
     process.start(program(), arguments);
-    EXPECT_TRUE(process.waitForStarted());
-    QElapsedTimer clock;
-    clock.start();
-    while (!ready() && clock.elapsed() < patience)
-        QThread::msleep(2);
-    EXPECT_TRUE(ready());
-    ::kill(static_cast<pid_t>(process.processId()), number);
+    EXPECT_TRUE(process.waitForStarted(-1));
+    EXPECT_TRUE(testsupport::poll_until([&] { return ready() || process.waitForFinished(0); }));
+    if (process.state() == QProcess::Running)
+        ::kill(static_cast<pid_t>(process.processId()), number);
     return result_of(process);
 }
 
 void ProgramTest::write(const QString& name, const QByteArray& bytes) const {
-    QFile file(path(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(bytes), bytes.size());
+    testsupport::write_file(path(name), bytes);
 }
 
 QByteArray ProgramTest::read(const QString& name) const {
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
+    return exists(name) ? testsupport::read_file(path(name)) : QByteArray("(missing)");
 }
 
 bool ProgramTest::exists(const QString& name) const {
@@ -109,13 +115,7 @@ QStringList ProgramTest::scratch() const {
 }
 
 void ProgramTest::stub(const char* tool, const QByteArray& script) {
-    const QString name = tools_.filePath(QString::fromLatin1(tool));
-    QFile file(name);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("#!/bin/sh\n" + script + '\n');
-    file.close();
-    ASSERT_TRUE(file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                    QFileDevice::ExeOwner));
+    testsupport::write_script(tools_.filePath(QString::fromLatin1(tool)), script + '\n');
     environment_.insert(QStringLiteral("PATH"), tools_.path() + QStringLiteral(":/usr/bin:/bin"));
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QProcess>
 #include <QProcessEnvironment>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -36,17 +37,16 @@ protected:
     /// Runs another program there.
     Ended run_program(const QString& file, const QStringList& arguments) const;
 
-    /// Runs the program on a terminal of its own; what it writes there is the output.
-    Ended on_terminal(const QStringList& arguments) const;
+    /// Runs the program on a terminal of its own; what it writes there is the output. As soon as
+    /// it has written @p words, @p then is called.
+    Ended on_terminal(const QStringList& arguments, const QByteArray& words,
+                      const std::function<void()>& then) const;
 
-    /// Runs the program, and sends it signal @p number as soon as @p ready says so.
+    /// Runs the program, and sends it signal @p number as soon as @p ready says so or it has ended.
     Ended interrupt(const QStringList& arguments, int number,
                     const std::function<bool()>& ready) const;
 
     static QString program();
-
-    /// The command line that runs the program on a terminal of its own.
-    static QStringList terminal_command(const QStringList& arguments);
 
     QString path(const QString& name) const { return directory_.filePath(name); }
     void write(const QString& name, const QByteArray& bytes) const;
@@ -70,6 +70,9 @@ protected:
     QTemporaryDir scratch_;
     QTemporaryDir tools_;
     QProcessEnvironment environment_;
+
+private:
+    void prepare(QProcess& process) const;
 };
 
 /// A report of one page of 80 x 3.

@@ -8,13 +8,9 @@
 
 using namespace printman;
 
-namespace {
+using testsupport::text;
 
-QString text(const char* utf8) {
-    return QString::fromUtf8(utf8);
-}
-
-} // namespace
+namespace {} // namespace
 
 TEST(PdfCommands, areTheTemplatesWithTheirArguments) {
     EXPECT_EQ(ps2pdf_command(text("/tmp/korvo.ps"), text("/tmp/korvo.pdf")),

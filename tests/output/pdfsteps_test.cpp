@@ -81,7 +81,7 @@ std::vector<Case> all_cases() {
 
 } // namespace
 
-TEST(PdfSteps, areTheDescribedOnesForEveryCombination) {
+TEST(PdfSteps, areThoseOfTheTableForEveryCombination) {
     const std::vector<Case> cases = all_cases();
     EXPECT_EQ(cases.size(), 18u);
     for (const Case& c : cases)

@@ -1,5 +1,7 @@
 #include "tests/support/dialogs.h"
 #include "tests/support/language.h"
+#include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
 #include <printman/select/finddlg.h>
 
@@ -20,11 +22,9 @@
 using testsupport::DialogAnswers;
 using testsupport::LongLanguage;
 
-namespace {
+using testsupport::text;
 
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
+namespace {
 
 /// Runs the dialog while a user does @p act with it.
 int run(findDlg& dialog, const std::function<void(findDlg&)>& act) {
@@ -170,7 +170,7 @@ TEST(FindDialog, theFieldHasTheKeyboardAndItsTextIsReplacedByTyping) {
     findDlg dialog;
     dialog.set_search_text(text("old"));
     run(dialog, [](findDlg& shown) {
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&shown));
+        ASSERT_TRUE(testsupport::wait_until_active(shown));
         ASSERT_EQ(QApplication::focusWidget(), shown.cbFind);
         QTest::keyClicks(QApplication::focusWidget(), text("new"));
         QTest::mouseClick(shown.btnFindNext, Qt::LeftButton);
@@ -257,7 +257,7 @@ TEST(FindDialog, growsWithTheLanguageWhileItIsOpen) {
     const QSize before = dialog.size();
     {
         const LongLanguage language;
-        EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.width() > before.width(); }));
+        EXPECT_TRUE(testsupport::wait_for([&] { return dialog.width() > before.width(); }));
         EXPECT_EQ(dialog.windowTitle(), text("FindFindFind"));
         EXPECT_EQ(dialog.btnMarkAll->text(), text("Mark AllMark AllMark All"));
         for (const QWidget* widget : dialog.findChildren<QWidget*>()) {
@@ -267,7 +267,7 @@ TEST(FindDialog, growsWithTheLanguageWhileItIsOpen) {
                 << widget->objectName().toStdString();
         }
     }
-    EXPECT_TRUE(QTest::qWaitFor([&] { return dialog.windowTitle() == text("Find"); }));
+    EXPECT_TRUE(testsupport::wait_for([&] { return dialog.windowTitle() == text("Find"); }));
 }
 
 TEST(FindDialog, aLongHistoryEntryDoesNotWidenIt) {

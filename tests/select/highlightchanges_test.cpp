@@ -110,7 +110,7 @@ TEST_F(Highlighting, whatHangsInFromOtherLinesComesBack) {
     }
 }
 
-TEST_F(Highlighting, manyPiecesAreFollowedInTimeThatGrowsWithTheirNumber) {
+TEST_F(Highlighting, tenThousandPiecesAreFollowedThereAndBack) {
     QByteArray many = "#!?PAGETOP 160,1000\n";
     for (int line = 0; line < 1000; ++line) {
         for (int column = 1; column < 160; column += 8)

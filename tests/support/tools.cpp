@@ -45,8 +45,8 @@ QByteArray read_file(const QString& path) {
 
 void write_file(const QString& path, const QByteArray& bytes) {
     QFile file(path);
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size())
+        << path.toStdString() << ": " << file.errorString().toStdString();
 }
 
 void write_script(const QString& path, const QByteArray& body) {

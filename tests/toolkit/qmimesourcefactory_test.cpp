@@ -1,3 +1,5 @@
+#include "tests/support/tools.h"
+
 #include <printman/toolkit/qmimesourcefactory.h>
 
 #include <QMimeData>
@@ -5,11 +7,9 @@
 
 #include <functional>
 
-namespace {
+using testsupport::text;
 
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
+namespace {
 
 QImage picture(QRgb color, int width = 3) {
     QImage image(width, 2, QImage::Format_RGB32);

@@ -33,7 +33,7 @@ TEST(ColorDialogOnScreen, opensAtItsSmallestSizeAndCannotGrow) {
     for (const QPoint at : {QPoint(0, 0), QPoint(screen.width() - 1, screen.height() - 1)})
         EXPECT_EQ(screen.pixelColor(at), QColor(200, 0, 0));
     dialog.resize(1000, 800);
-    QTest::qWait(50);
+    input::settle();
     EXPECT_EQ(dialog.size(), smallest);
 }
 

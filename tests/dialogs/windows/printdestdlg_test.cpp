@@ -13,6 +13,7 @@
 #include <QScreen>
 
 using testsupport::DialogAnswers;
+using testsupport::text;
 namespace input = testsupport::input;
 
 namespace {
@@ -39,7 +40,7 @@ TEST_F(PrintDestOnScreen, opensAtItsSmallestSizeAndCannotGrow) {
     const QSize smallest = dialog.layout()->totalMinimumSize();
     EXPECT_EQ(dialog.size(), smallest);
     dialog.resize(1000, 900);
-    QTest::qWait(50);
+    input::settle();
     EXPECT_EQ(dialog.size(), smallest);
     dialog.hide();
     dialog.show();

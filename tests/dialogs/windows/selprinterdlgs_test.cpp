@@ -3,6 +3,7 @@
 #include "tests/support/desktop.h"
 #include "tests/support/dialogs.h"
 #include "tests/support/testhost.h"
+#include "tests/support/waiting.h"
 
 #include <printman/dialogs/selprinterdlg.h>
 #include <printman/dialogs/selunixprinterdlg.h>
@@ -10,6 +11,7 @@
 #include <QLayout>
 #include <QPushButton>
 #include <QStyleOptionComboBox>
+#include <QWindow>
 #include <gtest/gtest.h>
 
 using testsupport::DialogAnswers;
@@ -27,21 +29,22 @@ void pick_with_the_mouse(QComboBox* box, int index) {
     input::press();
     input::release();
     QAbstractItemView* const list = box->view();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(list->window()));
+    ASSERT_TRUE(testsupport::wait_for(
+        [list] { return list->isVisible() && list->window()->windowHandle()->isExposed(); }));
     // What follows sooner counts as part of the click that opened the list.
-    QTest::qWait(2 * QApplication::doubleClickInterval());
+    testsupport::let_timers_fire(std::chrono::milliseconds(QApplication::doubleClickInterval()));
     const QRect entry = list->visualRect(list->model()->index(index, 0));
     input::move(*list->viewport(), entry.center());
     input::press();
     input::release();
-    ASSERT_TRUE(QTest::qWaitFor([list] { return !list->isVisible(); }));
+    ASSERT_TRUE(testsupport::wait_for([list] { return !list->isVisible(); }));
 }
 
 void expect_smallest_and_fixed(QDialog& dialog) {
     const QSize smallest = dialog.layout()->totalMinimumSize();
     EXPECT_EQ(dialog.size(), smallest);
     dialog.resize(1000, 800);
-    QTest::qWait(50);
+    input::settle();
     EXPECT_EQ(dialog.size(), smallest);
 }
 

@@ -149,7 +149,10 @@ TEST_F(CommandLineProgram, ClosedStandardOutputIsAnError) {
     const QString full = QStringLiteral("\"$0\" info r.rpt > /dev/full");
     expect_failure(run_program(shell, {QStringLiteral("-c"), full, program()}),
                    "cannot write to standard output: No space left on device");
-    const QString pipe = QStringLiteral("{ sleep 0.3; \"$0\" info r.rpt; echo $? >&2; } | true");
+    // The reader closes the pipe, and says so before anything is written.
+    const QString pipe = QStringLiteral(
+        "{ until [ -e closed ]; do sleep 0.01; done; \"$0\" info r.rpt; echo $? >&2; "
+        "} | { exec <&-; : > closed; }");
     const Ended result = run_program(shell, {QStringLiteral("-c"), pipe, program()});
     EXPECT_EQ(result.error, "printman: cannot write to standard output: Broken pipe\n1\n");
 }

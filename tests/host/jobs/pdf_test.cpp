@@ -1,4 +1,5 @@
 #include "tests/host/program.h"
+#include "tests/support/waiting.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -37,12 +38,6 @@ protected:
 
 QStringList words(const QString& text) {
     return text.split(QRegularExpression(QStringLiteral("\\s+")), Qt::SkipEmptyParts);
-}
-
-/// Whether the process is no more, or only waits to be collected.
-bool has_ended(const QByteArray& id) {
-    QFile status(QStringLiteral("/proc/%1/stat").arg(QString::fromLatin1(id)));
-    return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
 }
 
 /// A page of @p columns x @p lines with a word in its corner.
@@ -245,7 +240,7 @@ TEST_F(Pdf, AScratchDirectoryThatCannotBeMadeIsTold) {
 TEST_F(Pdf, InterruptionEndsTheToolAndLeavesTheEarlierFile) {
     const QString started = QStringLiteral("started");
     const QByteArray name = QFile::encodeName(path(started));
-    stub_ps2pdf("sleep 300 & echo $! > \"" + name + ".new\"; mv \"" + name + ".new\" \"" + name +
+    stub_ps2pdf("sleep 3600 & echo $! > \"" + name + ".new\"; mv \"" + name + ".new\" \"" + name +
                 "\"; wait");
     write(in, small_report);
     write(out, "earlier");
@@ -257,27 +252,33 @@ TEST_F(Pdf, InterruptionEndsTheToolAndLeavesTheEarlierFile) {
         EXPECT_EQ(read(out), "earlier");
         EXPECT_EQ(files(), (QStringList{in, out, started}));
         EXPECT_EQ(scratch(), QStringList());
-        EXPECT_TRUE(has_ended(read(started).trimmed()));
+        EXPECT_TRUE(testsupport::process_ends(read(started)));
     }
 }
 
 TEST_F(Pdf, InterruptionWhilePaintingLeavesTheEarlierFile) {
-    QByteArray report;
-    for (int page = 0; page < 20000; ++page)
-        report += small_report;
-    write(in, report);
+    const QString painted = QStringLiteral("painted");
+    stub_ps2pdf(": > \"" + QFile::encodeName(path(painted)) + "\"; exec sleep 3600");
     write(out, "earlier");
-    const Ended result =
-        interrupt({QStringLiteral("pdf"), in, out}, SIGINT, [&] { return !scratch().isEmpty(); });
-    expect_failure(result, "interrupted");
+    // Where all pages were painted before the interrupt came, more are.
+    int pages = 10000;
+    do {
+        QFile::remove(path(painted));
+        pages *= 2;
+        write(in, small_report.repeated(pages));
+        const Ended result = interrupt({QStringLiteral("pdf"), in, out}, SIGINT,
+                                       [&] { return !scratch().isEmpty(); });
+        expect_failure(result, "interrupted");
+    } while (exists(painted) && pages < 5000000);
     EXPECT_EQ(read(out), "earlier");
     EXPECT_EQ(files(), (QStringList{in, out}));
     EXPECT_EQ(scratch(), QStringList());
 }
 
 TEST_F(Pdf, InterruptionLeavesNothingOfGhostscripts) {
-    const QByteArray line = QByteArray(60, 'x') + '\n';
-    write(in, ("#!?PAGETOP 80,40\n" + line.repeated(40) + "#!?PAGEEND\n").repeated(2000));
+    // Behind the pages it reads a program that does not end.
+    stub_ps2pdf("{ cat \"$1\"; echo '{} loop'; } | /usr/bin/ps2pdf - \"$2\"");
+    write(in, small_report.repeated(20));
     const auto works = [this] {
         QDirIterator all(scratch_.path(), {QStringLiteral("gs_*")}, QDir::Files,
                          QDirIterator::Subdirectories);
@@ -289,12 +290,18 @@ TEST_F(Pdf, InterruptionLeavesNothingOfGhostscripts) {
 }
 
 TEST_F(Pdf, ATerminalIsToldThatAToolWorks) {
-    stub_ps2pdf("sleep 2; printf '%%PDF-1.4\\n%%%%EOF\\n' > \"$2\"");
+    const QString seen = QStringLiteral("seen");
+    stub_ps2pdf("until [ -e \"" + QFile::encodeName(path(seen)) +
+                "\" ]; do sleep 0.1; done\nprintf '%%PDF-1.4\\n%%%%EOF\\n' > \"$2\"");
     write(in, small_report);
-    const Ended result = on_terminal({QStringLiteral("pdf"), in, out});
+    const Ended result =
+        on_terminal({QStringLiteral("pdf"), in, out}, "making the PDF, ", [&] { write(seen, ""); });
     EXPECT_EQ(result.status, 0);
-    EXPECT_TRUE(result.out.contains("\rmaking the PDF, 1 s\r")) << result.out.constData();
-    EXPECT_TRUE(result.out.endsWith('\r' + QByteArray(19, ' ') + '\r')) << result.out.constData();
+    const auto last = QRegularExpression(QStringLiteral("\rmaking the PDF, \\d+ s\r( +)\r$"))
+                          .match(QString::fromLatin1(result.out));
+    ASSERT_TRUE(last.hasMatch()) << result.out.constData();
+    // What was shown is erased.
+    EXPECT_EQ(last.capturedLength(), 2 * last.capturedLength(1) + 3);
 }
 
 TEST_F(Pdf, ARelativeScratchDirectoryIsThatOfTheCaller) {

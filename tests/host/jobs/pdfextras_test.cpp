@@ -1,23 +1,25 @@
 #include "tests/host/program.h"
+#include "tests/support/scratchnames.h"
+#include "tests/support/tools.h"
 
 #include <QFile>
 #include <QPointF>
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <csignal>
 
-namespace {
+using testsupport::job_lock_file;
+using testsupport::NameLock;
+using testsupport::text;
 
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
+namespace {
 
 /// Forms and watermarks: their jobs use fixed names in /tmp, one at a time.
 class PdfExtras : public ProgramTest {
 protected:
     void SetUp() override {
         ProgramTest::SetUp();
+        free_scratch_names();
         write(in, small_report);
         write(text("form.rpt"),
               "#!?PAGETOP 80,3\n\n\n                         FORMWORD\n#!?PAGEEND\n");
@@ -46,6 +48,18 @@ protected:
                    : QPointF(-1, -1);
     }
 
+    ~PdfExtras() override { free_scratch_names(); }
+
+    // While no job is under way.
+    static void free_scratch_names() {
+        const NameLock jobs(job_lock_file);
+        testsupport::free_scratch_names();
+    }
+    static QStringList taken_scratch_names() {
+        const NameLock jobs(job_lock_file);
+        return testsupport::taken_scratch_names();
+    }
+
     /// Whether a job is past painting its pages.
     bool is_painted() const {
         const QStringList places = scratch();
@@ -53,6 +67,7 @@ protected:
                QFile::exists(scratch_.filePath(places.first() + text("/report.ps")));
     }
 
+    testsupport::ScratchNamesAlone alone_;
     const QString in = text("in.rpt");
     const QString out = text("out.pdf");
     const QString form = text("form.pdf");
@@ -157,7 +172,7 @@ TEST_F(PdfExtras, AMissingPdftkIsNamedWithItsPackage) {
 TEST_F(PdfExtras, InterruptionWhileTheWatermarkIsMadeLeavesTheEarlierFileAndNothingElse) {
     const QString started = text("started");
     stub_ps2pdf("case \"$1\" in\n*watermark.ps) : >\"" + QFile::encodeName(path(started)) +
-                "\"; exec sleep 300 ;;\nesac\nexec /usr/bin/ps2pdf \"$@\"");
+                "\"; exec sleep 3600 ;;\nesac\nexec /usr/bin/ps2pdf \"$@\"");
     write(out, "earlier");
     const QStringList before = files();
     const Ended result = interrupt({text("pdf"), in, out, text("--watermark=MARK")}, SIGINT,
@@ -167,59 +182,31 @@ TEST_F(PdfExtras, InterruptionWhileTheWatermarkIsMadeLeavesTheEarlierFileAndNoth
     EXPECT_TRUE(QFile::remove(path(started)));
     EXPECT_EQ(files(), before);
     EXPECT_EQ(scratch(), QStringList());
-    for (const char* name : {"/tmp/watermark.ps", "/tmp/watermark.pdf"})
-        EXPECT_FALSE(QFile::exists(text(name))) << name;
+    EXPECT_EQ(taken_scratch_names(), QStringList());
 }
 
 TEST_F(PdfExtras, InterruptionWhileAnotherJobHasTheFixedNamesEndsTheWait) {
-    QProcess other;
-    other.start(text("flock"), {text("--no-fork"), text("/tmp/korvo.lock"), text("sh"), text("-c"),
-                                text("echo held; exec sleep 300")});
-    ASSERT_TRUE(other.waitForReadyRead(30000));
+    const NameLock other(job_lock_file);
     const Ended result = interrupt({text("pdf"), in, out, text("--watermark=MARK")}, SIGINT,
                                    [this] { return is_painted(); });
-    other.kill();
-    other.waitForFinished();
     expect_failure(result, "interrupted");
     EXPECT_FALSE(exists(out));
 }
 
 TEST_F(PdfExtras, ATerminalIsToldThatAnotherJobIsWaitedFor) {
-    QProcess other;
-    other.start(text("flock"), {text("--no-fork"), text("/tmp/korvo.lock"), text("sh"), text("-c"),
-                                text("echo held; exec sleep 300")});
-    ASSERT_TRUE(other.waitForReadyRead(30000));
-    QProcess job;
-    job.setProcessEnvironment(environment_);
-    job.setWorkingDirectory(directory_.path());
-    job.setStandardInputFile(QProcess::nullDevice());
-    job.start(text("script"), terminal_command({text("pdf"), in, out, text("--watermark=MARK")}));
-    QByteArray said;
-    while (!said.contains("\rwaiting for another print job") && job.waitForReadyRead(30000))
-        said += job.readAll();
-    other.kill();
-    other.waitForFinished();
-    EXPECT_TRUE(said.contains("\rwaiting for another print job")) << said.constData();
-    ASSERT_TRUE(job.waitForFinished(60000));
-    EXPECT_EQ(job.exitCode(), 0);
+    NameLock other(job_lock_file);
+    const Ended job = on_terminal({text("pdf"), in, out, text("--watermark=MARK")},
+                                  "\rwaiting for another print job", [&] { other.release(); });
+    EXPECT_EQ(job.status, 0);
     EXPECT_TRUE(exists(out));
 }
 
 TEST_F(PdfExtras, TwoWatermarksAtOnceAreBothRight) {
-    QProcess first;
-    QProcess second;
-    int number = 0;
-    for (QProcess* process : {&first, &second}) {
-        const QString name = QString::number(++number);
-        process->setProcessEnvironment(environment_);
-        process->setWorkingDirectory(directory_.path());
-        process->start(program(), {text("pdf"), in, name + text(".pdf"),
-                                   text("--watermark=MARK") + name, text("--watermark-angle=0")});
-    }
-    for (QProcess* process : {&first, &second}) {
-        ASSERT_TRUE(process->waitForFinished(60000));
-        EXPECT_EQ(process->exitCode(), 0);
-    }
+    const QString both = text("for n in 1 2; do \"$0\" pdf in.rpt $n.pdf --watermark=MARK$n "
+                              "--watermark-angle=0 & jobs=\"$jobs $!\"; done\n"
+                              "for job in $jobs; do wait $job || exit 1; done");
+    const Ended result = run_program(text("/bin/sh"), {text("-c"), both, program()});
+    EXPECT_EQ(result.status, 0) << result.error.constData();
     EXPECT_TRUE(words(text("1.pdf")).contains(text("MARK1")));
     EXPECT_FALSE(words(text("1.pdf")).contains(text("MARK2")));
     EXPECT_TRUE(words(text("2.pdf")).contains(text("MARK2")));

@@ -1,4 +1,5 @@
 #include "tests/host/program.h"
+#include "tests/support/tools.h"
 
 #include <QDir>
 #include <QFile>
@@ -8,11 +9,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
+using testsupport::text;
 
-QString text(const char* latin1) {
-    return QString::fromLatin1(latin1);
-}
+namespace {
 
 class Print : public ProgramTest {
 protected:
@@ -245,16 +244,24 @@ TEST_F(Print, ARelativePrintiniIsThatOfTheCaller) {
 }
 
 TEST_F(Print, InterruptionLeavesTheEarlierFile) {
+    const auto interrupted = [this](const QStringList& where) {
+        return interrupt(QStringList{text("print"), text("--settings"), conf, in} + on_laser +
+                             where,
+                         SIGTERM, [this] { return !scratch().isEmpty(); });
+    };
     write(in, numbered(60000));
-    write(text("out.ps"), "earlier");
-    for (const QStringList& where : {QStringList{}, {text("--server"), text("out.ps")}}) {
-        stub_lp();
-        const Ended result =
-            interrupt(QStringList{text("print"), text("--settings"), conf, in} + on_laser + where,
-                      SIGTERM, [&] { return !scratch().isEmpty(); });
-        expect_failure(result, "interrupted");
-        EXPECT_EQ(scratch(), QStringList());
+    stub_lp("exec sleep 3600");
+    expect_failure(interrupted({}), "interrupted");
+    EXPECT_EQ(scratch(), QStringList());
+    // Where the file was made before the interrupt came, it is made of more pages.
+    Ended result;
+    for (int pages = 60000; result.status != 1 && pages < 5000000; pages *= 2) {
+        write(in, numbered(pages));
+        write(text("out.ps"), "earlier");
+        result = interrupted({text("--server"), text("out.ps")});
     }
+    expect_failure(result, "interrupted");
+    EXPECT_EQ(scratch(), QStringList());
     EXPECT_EQ(read(text("out.ps")), "earlier");
 }
 

@@ -1,5 +1,6 @@
 #include "host/settings/inifile.h"
 #include "host/settings/settings.h"
+#include "tests/support/tools.h"
 
 #include <printman/printer/hostservices.h>
 
@@ -15,17 +16,8 @@
 namespace {
 
 using host::IniFile;
-
-void write_file(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
-
-QByteArray read_file(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(missing)");
-}
+using testsupport::read_file;
+using testsupport::write_file;
 
 /// A settings directory of its own, that the host services answer from.
 class SettingsFiles : public testing::Test {

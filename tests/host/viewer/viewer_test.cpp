@@ -1,6 +1,7 @@
 #include "host/viewer/helpwindow.h"
 #include "host/viewer/zoombox.h"
 #include "tests/host/viewer/viewerfixture.h"
+#include "tests/support/waiting.h"
 
 #include <printman/printman.h>
 
@@ -210,7 +211,7 @@ TEST_F(Viewer, ADroppedFileIsOpened) {
     EXPECT_TRUE(enter.isAccepted());
     QDropEvent drop({5, 5}, Qt::CopyAction, &data, Qt::LeftButton, {});
     QApplication::sendEvent(window_.get(), &drop);
-    EXPECT_TRUE(QTest::qWaitFor([this] { return page_box() == QStringLiteral("1 of 2"); }, 5000));
+    EXPECT_TRUE(testsupport::wait_for([this] { return page_box() == QStringLiteral("1 of 2"); }));
     EXPECT_EQ(QApplication::focusWidget(), &screen());
 
     data.setUrls({QUrl(QStringLiteral("https://example.org/two.rpt"))});

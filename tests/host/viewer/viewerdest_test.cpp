@@ -28,16 +28,17 @@ protected:
 
     /// Chooses that font for the screen.
     void choose_font(const QFont& font) {
-        user_.in_others = [font](QDialog& dialog) {
-            auto& fonts = dynamic_cast<QFontDialog&>(dialog);
-            fonts.setCurrentFont(font);
-            fonts.accept();
-        };
-        choose([](PrintDestDlg& dialog) {
-            click(dialog.opToScreen);
-            click(dialog.btnFontBrw);
-            click(dialog.btnOK);
-        });
+        choose(
+            [](PrintDestDlg& dialog) {
+                click(dialog.opToScreen);
+                click(dialog.btnFontBrw);
+                click(dialog.btnOK);
+            },
+            {[font](QDialog& dialog) {
+                auto& fonts = dynamic_cast<QFontDialog&>(dialog);
+                fonts.setCurrentFont(font);
+                fonts.accept();
+            }});
     }
 
     void choose_file(const QByteArray& name) {
@@ -193,11 +194,10 @@ TEST_F(ViewerDestination, AFileThatCannotBeWrittenIsTold) {
 }
 
 TEST_F(ViewerDestination, ALongSaveCanBeCanceled) {
-    write("long.rpt", report(60000, 80, 60));
-    open(path("long.rpt"));
-    boxes_.cancel_jobs = true;
+    open();
+    boxes_.cancel_jobs();
     choose_file(path("out.txt"));
-    EXPECT_EQ(boxes_.progress_dialogs, 1);
+    EXPECT_EQ(boxes_.progress, QStringList{QStringLiteral("1 of 3")});
     EXPECT_EQ(message(), QStringLiteral("Cancelled"));
     EXPECT_FALSE(files().contains(QStringLiteral("out.txt")));
     EXPECT_EQ(boxes_.texts, QStringList());
@@ -273,16 +273,15 @@ TEST_F(ViewerDestination, SettingsThatCannotBeStoredAreToldOnceAndCountUntilTheE
 
 TEST_F(ViewerDestination, ColoursAreShownAtOnceAlsoWhereTheyCannotBeStored) {
     const auto choose_text_colour = [this](QColor colour) {
-        user_.in_others = [colour](QDialog& dialog) {
-            if (auto* colours = qobject_cast<KSColorDlg*>(&dialog)) {
-                click(colours->btnTextColorBrw);
-                click(colours->btnOK);
-            } else {
-                auto& chooser = dynamic_cast<QColorDialog&>(dialog);
+        answers_
+            .then_in<KSColorDlg>([](KSColorDlg& colours) {
+                click(colours.btnTextColorBrw);
+                click(colours.btnOK);
+            })
+            .then_in<QColorDialog>([colour](QColorDialog& chooser) {
                 chooser.setCurrentColor(colour);
                 chooser.accept();
-            }
-        };
+            });
         action("colours").trigger();
     };
     open();

@@ -2,45 +2,15 @@
 
 #include "host/printers/printerini.h"
 #include "host/settings/settings.h"
-#include "host/viewer/progressdialog.h"
 
 #include <QAbstractItemView>
-#include <QApplication>
 #include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStatusBar>
 #include <QTest>
-
-#include <algorithm>
-
-DestinationUser::DestinationUser() {
-    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] { look(); });
-    timer_.start(10);
-}
-
-void DestinationUser::look() {
-    auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (!dialog || !dialog->isVisible() || qobject_cast<QMessageBox*>(dialog) ||
-        qobject_cast<host::ProgressDialog*>(dialog) ||
-        std::ranges::find(answered_, dialog) != answered_.end())
-        return;
-    answered_.emplace_back(dialog);
-    // Not within this timer's event: the answer may open another dialog, which is to be seen too.
-    QTimer::singleShot(0, dialog, [this, dialog] {
-        auto* const destination = qobject_cast<PrintDestDlg*>(dialog);
-        opened += destination ? 1 : 0;
-        if (destination && in_dialog)
-            in_dialog(*destination);
-        else if (!destination && in_others)
-            in_others(*dialog);
-        else
-            dialog->reject();
-    });
-}
 
 DestinationTest::DestinationTest() : path_guard_("PATH", path("bin") + ":/usr/bin:/bin") {
     QDir(directory_.path()).mkdir(QStringLiteral("bin"));
@@ -49,11 +19,13 @@ DestinationTest::DestinationTest() : path_guard_("PATH", path("bin") + ":/usr/bi
             path("lp.ps"));
 }
 
-void DestinationTest::choose(const std::function<void(PrintDestDlg&)>& what) {
-    const int before = user_.opened;
-    user_.in_dialog = what;
+void DestinationTest::choose(const std::function<void(PrintDestDlg&)>& what,
+                             const std::vector<testsupport::DialogAnswers::Answer>& in_others) {
+    answers_.then_in<PrintDestDlg>(what);
+    for (const auto& answer : in_others)
+        answers_.then(answer);
     action("destination").trigger();
-    EXPECT_EQ(user_.opened, before + 1);
+    EXPECT_TRUE(answers_.all_given());
 }
 
 void DestinationTest::write_settings(const QByteArray& name, const QByteArray& bytes) const {

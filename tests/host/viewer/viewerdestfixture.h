@@ -5,30 +5,12 @@
 
 #include <printman/dialogs/printdestdlg.h>
 
-#include <QTimer>
-
 #include <functional>
 #include <vector>
 
 class QAbstractButton;
 class QComboBox;
 class QLineEdit;
-
-/// Does in the dialogs that open what a test says: once in each of their kind that opens.
-class DestinationUser {
-public:
-    DestinationUser();
-
-    std::function<void(PrintDestDlg&)> in_dialog; ///< by default Cancel
-    std::function<void(QDialog&)> in_others;      ///< in every other one but message boxes
-    int opened = 0;                               ///< destination dialogs so far
-
-private:
-    void look();
-
-    QTimer timer_;
-    std::vector<QPointer<QWidget>> answered_;
-};
 
 /// Tests of the window with the library's destination dialog. A stub of lp keeps its arguments in
 /// "lp.arguments" and the file that it gets, or its standard input, in "lp.ps"; there is no other
@@ -37,8 +19,10 @@ class DestinationTest : public ViewerTest {
 protected:
     DestinationTest();
 
-    /// Opens the dialog with the menu's action, does that in it, and waits for what follows.
-    void choose(const std::function<void(PrintDestDlg&)>& what);
+    /// Opens the dialog with the menu's action, does that in it and in those that it opens, and
+    /// waits for what follows.
+    void choose(const std::function<void(PrintDestDlg&)>& what,
+                const std::vector<testsupport::DialogAnswers::Answer>& in_others = {});
 
     /// Writes a file of the settings directory.
     void write_settings(const QByteArray& name, const QByteArray& bytes) const;
@@ -61,7 +45,6 @@ protected:
     testsupport::EnvironmentGuard no_printer_dir_{"PRTINI", ""};
     testsupport::EnvironmentGuard no_page_map_{"NOPAGEMAP", ""};
     testsupport::EnvironmentGuard path_guard_;
-    DestinationUser user_;
 };
 
 // What a user does in the dialog.

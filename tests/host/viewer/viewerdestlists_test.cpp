@@ -17,18 +17,19 @@ protected:
     /// The ids that are offered with "Server Print" or "Local Print"; the dialogs are cancelled.
     QStringList offered(bool on_server) {
         QStringList ids;
-        user_.in_others = [&ids](QDialog& dialog) {
-            const auto* const box = dialog.findChild<QComboBox*>();
-            for (int i = 0; i < box->count(); ++i)
-                ids << box->itemText(i);
-            dialog.reject();
-        };
-        choose([on_server](PrintDestDlg& dialog) {
-            click(dialog.opToPrinter);
-            click(on_server ? dialog.opServerPrint : dialog.opLocalPrint);
-            click(dialog.btnPIDBrw);
-            dialog.reject();
-        });
+        choose(
+            [on_server](PrintDestDlg& dialog) {
+                click(dialog.opToPrinter);
+                click(on_server ? dialog.opServerPrint : dialog.opLocalPrint);
+                click(dialog.btnPIDBrw);
+                dialog.reject();
+            },
+            {[&ids](QDialog& dialog) {
+                const auto* const box = dialog.findChild<QComboBox*>();
+                for (int i = 0; i < box->count(); ++i)
+                    ids << box->itemText(i);
+                dialog.reject();
+            }});
         return ids;
     }
 };
@@ -46,7 +47,7 @@ TEST_F(ViewerPrinterLists, ServerPrintOffersTheDefinedPrintersWithTheirSheet) {
     write_settings("dlwserver.ini",
                    "[A]\nname=queue a\n[B]\nname=queue b\nsize=7\npaper=Letter\nmargins=1,2,3,4\n");
     open();
-    user_.in_others = [](QDialog& dialog) {
+    const auto pick_b = [](QDialog& dialog) {
         auto& printers = dynamic_cast<SelPrinterDlg&>(dialog);
         pick(printers.cbPrinterID, "B");
         EXPECT_EQ(printers.txtPrinterName->text(), QStringLiteral("queue b"));
@@ -55,13 +56,15 @@ TEST_F(ViewerPrinterLists, ServerPrintOffersTheDefinedPrintersWithTheirSheet) {
         EXPECT_EQ(printers.txtRight->text(), QStringLiteral("4.00"));
         click(printers.btnOK);
     };
-    choose([](PrintDestDlg& dialog) {
-        click(dialog.opToPrinter);
-        click(dialog.opServerPrint);
-        click(dialog.btnPIDBrw);
-        EXPECT_EQ(dialog.txtPrintID->text(), QStringLiteral("B"));
-        dialog.reject();
-    });
+    choose(
+        [](PrintDestDlg& dialog) {
+            click(dialog.opToPrinter);
+            click(dialog.opServerPrint);
+            click(dialog.btnPIDBrw);
+            EXPECT_EQ(dialog.txtPrintID->text(), QStringLiteral("B"));
+            dialog.reject();
+        },
+        {pick_b});
     EXPECT_EQ(offered(true), ids({"A", "B"}));
 }
 
@@ -70,7 +73,7 @@ TEST_F(ViewerPrinterLists, ServerPrintOffersTheQueuesOfTheSystemWhereThereAreSom
     write_settings("dlwunix.ini", "[Front]\nport=front_desk\ndescription=By the door\n"
                                   "page_length=66\n[Back]\n");
     open();
-    user_.in_others = [](QDialog& dialog) {
+    const auto pick_front = [](QDialog& dialog) {
         auto& printers = dynamic_cast<SelUnixPrinterDlg&>(dialog);
         pick(printers.cbPrinterID, "Front");
         EXPECT_EQ(printers.txtPort->text(), QStringLiteral("front_desk"));
@@ -78,13 +81,15 @@ TEST_F(ViewerPrinterLists, ServerPrintOffersTheQueuesOfTheSystemWhereThereAreSom
         EXPECT_EQ(printers.txtPageLength->text(), QStringLiteral("66"));
         click(printers.btnOK);
     };
-    choose([](PrintDestDlg& dialog) {
-        click(dialog.opToPrinter);
-        click(dialog.opServerPrint);
-        click(dialog.btnPIDBrw);
-        EXPECT_EQ(dialog.txtPrintID->text(), QStringLiteral("Front"));
-        dialog.reject();
-    });
+    choose(
+        [](PrintDestDlg& dialog) {
+            click(dialog.opToPrinter);
+            click(dialog.opServerPrint);
+            click(dialog.btnPIDBrw);
+            EXPECT_EQ(dialog.txtPrintID->text(), QStringLiteral("Front"));
+            dialog.reject();
+        },
+        {pick_front});
     EXPECT_EQ(offered(true), ids({"Front", "Back"}));
 }
 
@@ -148,6 +153,5 @@ TEST_F(ViewerPrinterLists, AReportThatIsGoneWhenTheListsHaveChangedIsTold) {
     action("destination").trigger();
     ASSERT_EQ(boxes_.texts.size(), 1);
     EXPECT_TRUE(boxes_.texts.first().endsWith(QStringLiteral(": No such file or directory")));
-    EXPECT_EQ(user_.opened, 1);
     EXPECT_EQ(page_box(), QStringLiteral("1 of 3"));
 }

@@ -3,7 +3,9 @@
 #include "host/settings/settings.h"
 #include "host/viewer/pagebox.h"
 #include "host/viewer/progressdialog.h"
+#include "host/viewer/windowwatch.h"
 #include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
 #include <printman/toolkit/qscrollview.h>
 
@@ -12,8 +14,16 @@
 #include <QDir>
 #include <QLabel>
 #include <QMessageBox>
+#include <QProgressBar>
 #include <QStatusBar>
-#include <QTest>
+#include <QTimer>
+
+namespace {
+
+constexpr int look_interval = 5; // milliseconds
+const std::chrono::milliseconds usual_delay = host::WindowWatch::shown_after;
+
+} // namespace
 
 BoxReader::BoxReader() {
     qApp->installEventFilter(this);
@@ -28,17 +38,34 @@ bool BoxReader::eventFilter(QObject* watched, QEvent* event) {
             QMetaObject::invokeMethod(yes, &QAbstractButton::click, Qt::QueuedConnection);
         else
             QMetaObject::invokeMethod(box, &QDialog::reject, Qt::QueuedConnection);
-    } else if (auto* progress = qobject_cast<host::ProgressDialog*>(watched)) {
-        ++progress_dialogs;
-        if (cancel_jobs)
-            QMetaObject::invokeMethod(progress, &QDialog::reject, Qt::QueuedConnection);
+    } else if (auto* dialog = qobject_cast<host::ProgressDialog*>(watched)) {
+        progress << dialog->findChild<QProgressBar*>()->text();
+        const auto look = [this, dialog] {
+            if (cancel_now_ && cancel_now_())
+                dialog->reject();
+        };
+        QMetaObject::invokeMethod(dialog, look, Qt::QueuedConnection);
+        auto* again = new QTimer(dialog);
+        QObject::connect(again, &QTimer::timeout, dialog, look);
+        again->start(look_interval);
     }
     return false;
 }
 
+void BoxReader::cancel_jobs(const std::function<bool()>& now) {
+    host::WindowWatch::shown_after = {};
+    cancel_now_ = now;
+}
+
 ViewerTest::ViewerTest() : report_(path("three.rpt")) {
+    host::WindowWatch::shown_after = std::chrono::hours(1);
+    answers_.leave<QMessageBox>().leave<host::ProgressDialog>();
     host::host_settings() = host::Settings(path("settings"));
     write("three.rpt", report(3));
+}
+
+ViewerTest::~ViewerTest() {
+    host::WindowWatch::shown_after = usual_delay;
 }
 
 void ViewerTest::open(const QByteArray& report) {
@@ -47,8 +74,7 @@ void ViewerTest::open(const QByteArray& report) {
     ASSERT_TRUE(opened.ok()) << opened.message.constData();
     window_->resize(700, 500);
     window_->show();
-    window_->activateWindow();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(window_.get()));
+    ASSERT_TRUE(testsupport::wait_until_active(*window_));
     QCoreApplication::processEvents();
 }
 

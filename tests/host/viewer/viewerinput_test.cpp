@@ -1,6 +1,7 @@
 #include "tests/host/viewer/viewerfixture.h"
 #include "tests/support/desktop.h"
 #include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
 #include <printman/dialogs/printdestdlg.h>
 #include <printman/printman.h>
@@ -11,8 +12,6 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QRadioButton>
-#include <QTest>
-#include <QTimer>
 
 #include <functional>
 
@@ -20,6 +19,7 @@
 
 namespace {
 
+using testsupport::wait_for;
 using testsupport::input::key;
 using testsupport::input::move;
 using testsupport::input::press;
@@ -31,7 +31,7 @@ protected:
     void SetUp() override {
         open();
         ASSERT_TRUE(testsupport::input::activate(*window_));
-        ASSERT_TRUE(QTest::qWaitFor([this] { return screen().hasFocus(); }));
+        ASSERT_TRUE(wait_for([this] { return screen().hasFocus(); }));
     }
 
     /// Drags over the cells from column @p from to column @p to of a line, all from 0.
@@ -50,22 +50,13 @@ protected:
 
     QString zoom_box() const { return window_->findChild<QComboBox*>()->currentText(); }
 
-    /// Does @p what as soon as a modal dialog of that kind is open; nothing may wait for it below
-    /// the dialog's own loop, so it is looked for from time to time.
+    /// Does @p what with the keyboard in the next modal dialog, which is of that kind.
     template <typename Dialog>
     void in_dialog(const std::function<void(Dialog&)>& what) {
-        auto* look = new QTimer(window_.get());
-        QObject::connect(look, &QTimer::timeout, look, [look, what] {
-            auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
-            if (!dialog || !dialog->isVisible())
-                return;
-            look->stop();
-            ASSERT_TRUE(testsupport::input::activate(*dialog));
-            what(*dialog);
-            // Where that did not close it the test would wait for ever.
-            QTimer::singleShot(5000, dialog, &QDialog::reject);
+        answers_.then_in<Dialog>([what](Dialog& dialog) {
+            ASSERT_TRUE(testsupport::input::activate(dialog));
+            what(dialog);
         });
-        look->start(20);
     }
 };
 
@@ -150,8 +141,7 @@ TEST_F(ViewerInput, ATextIsSearchedFor) {
         key(QStringLiteral("Return"));
     });
     key(QStringLiteral("ctrl+f"));
-    ASSERT_TRUE(
-        QTest::qWaitFor([this] { return status().contains(QStringLiteral("1 piece, 4 ")); }));
+    ASSERT_TRUE(wait_for([this] { return status().contains(QStringLiteral("1 piece, 4 ")); }));
     EXPECT_TRUE(action("copy").isEnabled());
     EXPECT_EQ(window_->view()->manager().hilights().front().text, QStringLiteral("page"));
 }
@@ -163,7 +153,7 @@ TEST_F(ViewerInput, AFileIsOpenedAndSavedByItsNameInADialog) {
         key(QStringLiteral("Return"));
     });
     key(QStringLiteral("ctrl+o"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return page_box() == QStringLiteral("1 of 2"); }));
+    ASSERT_TRUE(wait_for([this] { return page_box() == QStringLiteral("1 of 2"); }));
     ASSERT_TRUE(testsupport::input::activate(*window_));
     QString suggested;
     in_dialog<QFileDialog>([&suggested](QFileDialog& dialog) {
@@ -171,7 +161,7 @@ TEST_F(ViewerInput, AFileIsOpenedAndSavedByItsNameInADialog) {
         key(QStringLiteral("Return"));
     });
     key(QStringLiteral("ctrl+s"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return files().contains(QStringLiteral("two.txt")); }));
+    ASSERT_TRUE(wait_for([this] { return files().contains(QStringLiteral("two.txt")); }));
     EXPECT_EQ(suggested, QFile::decodeName(path("two.txt")));
     EXPECT_EQ(read("two.txt").count('\n'), 60);
     EXPECT_EQ(boxes_.texts, QStringList());
@@ -180,7 +170,7 @@ TEST_F(ViewerInput, AFileIsOpenedAndSavedByItsNameInADialog) {
 TEST_F(ViewerInput, AnErrorIsShownOnceAndTheKeysGoOn) {
     ASSERT_TRUE(QFile::remove(QFile::decodeName(report_)));
     key(QStringLiteral("Page_Down"));
-    ASSERT_TRUE(QTest::qWaitFor([this] { return !boxes_.texts.isEmpty(); }));
+    ASSERT_TRUE(wait_for([this] { return !boxes_.texts.isEmpty(); }));
     EXPECT_EQ(page_box(), QStringLiteral("1 of 3"));
     ASSERT_TRUE(testsupport::input::activate(*window_));
     key(QStringLiteral("ctrl+plus"));

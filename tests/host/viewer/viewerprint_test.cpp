@@ -4,17 +4,15 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDialogButtonBox>
 #include <QDir>
 #include <QFontDialog>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QPrintDialog>
-#include <QPushButton>
 #include <QStatusBar>
-#include <QTimer>
 
 #include <dlfcn.h>
+
+using testsupport::DialogAnswers;
 
 namespace {
 
@@ -54,49 +52,32 @@ private:
 
 class ViewerPrint : public ViewerTest {
 protected:
-    /// A report that takes a job some seconds.
-    void open_long() {
-        write("long.rpt", report(60000, 80, 60));
-        open(path("long.rpt"));
-    }
-
-    /// Answers the dialogs of a print: that file and the font that is proposed; or, without a file,
-    /// cancels the first.
+    /// Answers the dialogs of a print: that file and the font that is proposed.
     void answer_print(const QString& file) {
-        QObject::connect(&answers_, &QTimer::timeout, [file] {
-            QWidget* dialog = QApplication::activeModalWidget();
-            if (auto* print = qobject_cast<QPrintDialog*>(dialog)) {
-                print->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(file);
-                print->findChild<QDialogButtonBox*>()
-                    ->button(file.isEmpty() ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok)
-                    ->click();
-            } else if (auto* font = qobject_cast<QFontDialog*>(dialog)) {
-                font->accept();
-            } else if (auto* question = qobject_cast<QMessageBox*>(dialog)) {
-                question->done(QMessageBox::Yes);
-            }
-        });
-        answers_.start(20);
+        answers_
+            .then_in<QPrintDialog>([file](QPrintDialog& dialog) {
+                dialog.findChild<QLineEdit*>(QStringLiteral("filename"))->setText(file);
+                DialogAnswers::ok(dialog);
+            })
+            .then_in<QFontDialog>([this](QFontDialog& dialog) {
+                worked_in_ = QDir::currentPath();
+                dialog.accept();
+            });
     }
 
-    /// Answers them with that printer; cancels a dialog that does not know it.
+    /// Answers the first with that printer.
     void answer_printer(const QString& name) {
-        QObject::connect(&answers_, &QTimer::timeout, [name] {
-            auto* print = qobject_cast<QPrintDialog*>(QApplication::activeModalWidget());
-            if (!print)
-                return;
-            auto* printers = print->findChild<QComboBox*>(QStringLiteral("printers"));
+        answers_.then_in<QPrintDialog>([name](QPrintDialog& dialog) {
+            auto* printers = dialog.findChild<QComboBox*>(QStringLiteral("printers"));
             const int index = printers->findText(name);
+            EXPECT_GE(index, 0);
             printers->setCurrentIndex(index);
-            print->findChild<QDialogButtonBox*>()
-                ->button(index < 0 ? QDialogButtonBox::Cancel : QDialogButtonBox::Ok)
-                ->click();
+            index < 0 ? DialogAnswers::cancel(dialog) : DialogAnswers::ok(dialog);
         });
-        answers_.start(20);
     }
 
     const testsupport::EnvironmentGuard no_server_{"CUPS_SERVER", "/nowhere/cups.sock"};
-    QTimer answers_;
+    QString worked_in_; ///< the current directory when the font was asked for
 };
 
 /// Makes the toolkit's print dialogs ask another print server: the client library of the process
@@ -114,8 +95,9 @@ void ask_server(const QByteArray& server) {
 
 TEST_F(ViewerPrint, ThePrintOfAReportThatIsCancelledIsNoError) {
     open();
-    answer_print(QString());
+    answers_.then_in<QPrintDialog>([](QPrintDialog& dialog) { DialogAnswers::cancel(dialog); });
     action("print_report").trigger();
+    EXPECT_TRUE(answers_.all_given());
     EXPECT_EQ(boxes_.texts, QStringList());
     EXPECT_EQ(window_->statusBar()->currentMessage(), QString());
     EXPECT_EQ(window_->focusWidget(), &screen());
@@ -136,6 +118,7 @@ TEST_F(ViewerPrint, TheWholeReportIsPrintedWhereTheUserChooses) {
 TEST_F(ViewerPrint, AReportThatCannotBePrintedIsToldOnce) {
     open();
     answer_print(QStringLiteral("/dev/full"));
+    boxes_.say_yes = true;
     action("print_report").trigger();
     // The dialog asks first whether the file may be overwritten.
     ASSERT_EQ(boxes_.texts.size(), 2);
@@ -143,11 +126,11 @@ TEST_F(ViewerPrint, AReportThatCannotBePrintedIsToldOnce) {
 }
 
 TEST_F(ViewerPrint, ThePrintOfALongReportCanBeCanceled) {
-    open_long();
-    boxes_.cancel_jobs = true;
+    open();
+    boxes_.cancel_jobs();
     answer_print(QFile::decodeName(path("printed.pdf")));
     action("print_report").trigger();
-    EXPECT_EQ(boxes_.progress_dialogs, 1);
+    EXPECT_EQ(boxes_.progress.size(), 1);
     EXPECT_EQ(boxes_.texts, QStringList());
     EXPECT_FALSE(QFile::exists(QFile::decodeName(path("printed.pdf"))));
 }
@@ -156,19 +139,12 @@ TEST_F(ViewerPrint, ARelativeFileIsWhereTheDialogSaysAndTheJobInADirectoryOfItsO
     open();
     const testsupport::EnvironmentGuard home("HOME", path(""));
     const DirectoryMeanwhile here(directory_.path());
-    QString worked_in;
-    QTimer look;
-    QObject::connect(&look, &QTimer::timeout, [&worked_in] {
-        if (qobject_cast<QFontDialog*>(QApplication::activeModalWidget()))
-            worked_in = QDir::currentPath();
-    });
-    look.start(5);
     answer_print(QStringLiteral("printed.pdf"));
     action("print_report").trigger();
     EXPECT_EQ(boxes_.texts, QStringList());
     EXPECT_TRUE(read("printed.pdf").startsWith("%PDF-"));
-    EXPECT_TRUE(worked_in.contains(QStringLiteral("/printman-"))) << worked_in.toStdString();
-    EXPECT_FALSE(QDir(worked_in).exists());
+    EXPECT_TRUE(worked_in_.contains(QStringLiteral("/printman-"))) << worked_in_.toStdString();
+    EXPECT_FALSE(QDir(worked_in_).exists());
     EXPECT_EQ(QDir::currentPath(), QDir(directory_.path()).canonicalPath());
 }
 

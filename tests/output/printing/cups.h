@@ -1,15 +1,17 @@
 #pragma once
 
 #include "tests/support/tools.h"
+#include "tests/support/waiting.h"
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QThread>
+#include <gtest/gtest.h>
 
 #include <memory>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 /// A print server of the test's own, with one raw queue, "office", whose backend keeps each job as
@@ -29,30 +31,33 @@ public:
         server_.start(QStringLiteral("/usr/sbin/cupsd"),
                       {QStringLiteral("-f"), QStringLiteral("-c"), path("etc/cupsd.conf"),
                        QStringLiteral("-s"), path("etc/cups-files.conf")});
-        server_.waitForStarted();
         const QString socket = path("run/socket");
-        wait_until([&] { return QFile::exists(socket); });
+        EXPECT_TRUE(server_.waitForStarted(-1)) << server_.errorString().toStdString();
+        EXPECT_TRUE(testsupport::poll_until(
+            [&] { return is_served(socket.toLocal8Bit()) || server_.waitForFinished(0); }));
+        EXPECT_EQ(server_.state(), QProcess::Running)
+            << testsupport::read_file(path("log/error")).constData();
         variable_ =
             std::make_unique<testsupport::EnvironmentGuard>("CUPS_SERVER", socket.toLocal8Bit());
     }
 
     ~Cups() {
         server_.terminate();
-        if (!server_.waitForFinished(5000))
+        if (!server_.waitForFinished(static_cast<int>(testsupport::hung_after.count())))
             server_.kill();
-        server_.waitForFinished();
+        server_.waitForFinished(-1);
     }
     Cups(const Cups&) = delete;
     Cups& operator=(const Cups&) = delete;
 
-    /// What has arrived when there are @p count jobs, or after some patience.
+    /// What has arrived when there are @p count jobs.
     QList<QByteArray> jobs(qsizetype count) const {
         const QDir directory(path("jobs"));
         const auto names = [&] {
             QStringList all = directory.entryList(QDir::Files);
             return all.filter(QRegularExpression(QStringLiteral("^\\d+$")));
         };
-        wait_until([&] { return names().size() >= count; });
+        EXPECT_TRUE(testsupport::poll_until([&] { return names().size() >= count; }));
         QList<QByteArray> found;
         for (const QString& name : names())
             found << testsupport::read_file(directory.filePath(name));
@@ -62,6 +67,18 @@ public:
 private:
     QString path(const char* name) const { return dir_.filePath(QString::fromLatin1(name)); }
     QByteArray bytes(const char* name) const { return path(name).toLocal8Bit(); }
+
+    /// Whether someone answers at a socket: it has its name a moment earlier.
+    static bool is_served(const QByteArray& socket) {
+        sockaddr_un address{};
+        address.sun_family = AF_UNIX;
+        qstrncpy(address.sun_path, socket.constData(), sizeof address.sun_path);
+        const int fd = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        const bool connected =
+            ::connect(fd, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0;
+        ::close(fd);
+        return connected;
+    }
 
     void write_configuration() const {
         const QByteArray user = ::geteuid() == 0 ? "User lp\nGroup lp\n" : "";
@@ -87,14 +104,6 @@ private:
                                 "application/octet-stream\n");
         testsupport::write_file(path("data/mime/mime.convs"),
                                 "application/octet-stream application/vnd.cups-raw 0 -\n");
-    }
-
-    template <typename Condition>
-    static void wait_until(Condition condition) {
-        QElapsedTimer time;
-        time.start();
-        while (!condition() && time.elapsed() < 30000)
-            QThread::msleep(10);
     }
 
     QTemporaryDir dir_;

@@ -1,18 +1,17 @@
 #include "tests/support/desktop.h"
 #include "tests/support/reportonscreen.h"
+#include "tests/support/waiting.h"
 
 #include <QClipboard>
 #include <QFontMetrics>
 #include <QScreen>
-#include <QTest>
-
-#include <functional>
 
 // A report on a real display, with a mouse and a keyboard that are no objects of this program.
 
 namespace {
 
 namespace input = testsupport::input;
+using testsupport::wait_for;
 
 const QByteArray report = "#!?PAGETOP 60,20\n"
                           "#!?L1,8,8;Alpha    #!?R10,8,8;    1.25  #!?R20,8,8;   17.50\n"
@@ -41,10 +40,6 @@ protected:
         input::move(*screen(), (from + to) / 2);
         input::move(*screen(), to);
         input::release();
-    }
-
-    static bool wait_for(const std::function<bool()>& condition) {
-        return QTest::qWaitFor(condition, 5000);
     }
 
     /// What the display shows of the screen widget.
@@ -138,7 +133,7 @@ TEST_F(ReportOnDisplay, theMouseIsRightAtEveryZoomAndScrollPosition) {
     for (const char* zoom : {"50%", "150%", "300%"}) {
         manager_.zoom_rpt_page(QString::fromLatin1(zoom));
         view()->setContentsPos(40, 15);
-        QTest::qWait(20);
+        input::settle();
         drag(at(9, 2), at(28, 2));
         EXPECT_TRUE(wait_for([this] {
             return !manager_.hilights().empty() &&
