@@ -26,7 +26,7 @@ constexpr char printer[] = "laser";
 /// The job of a printer whose queue takes everything.
 struct Job {
     double seconds = 0;
-    long most_memory = 0; ///< own memory, in bytes, while it ran
+    long peak_memory = 0; ///< own memory, in bytes, while it ran
 };
 
 Job print(CPrintMan& manager, int copies, int collate) {
@@ -34,7 +34,7 @@ Job print(CPrintMan& manager, int copies, int collate) {
     manager.set_progress([&job](int done, int) {
         constexpr int every = 50;
         if (done % every == 0)
-            job.most_memory = std::max(job.most_memory, bench::own_memory());
+            job.peak_memory = std::max(job.peak_memory, bench::own_memory());
         return true;
     });
     const auto begin = std::chrono::steady_clock::now();
@@ -119,7 +119,7 @@ void measure(int argc, char** argv) {
     open(large, scratch, "large.rpt", pages * more);
     const Job many = print(large, more, 1);
     std::printf("  memory while %d times the pages are printed %d times: %+ld KiB\n", more, more,
-                (many.most_memory - few.most_memory) / 1024);
+                (many.peak_memory - few.peak_memory) / 1024);
 }
 
 } // namespace

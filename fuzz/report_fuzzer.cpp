@@ -8,13 +8,13 @@
 #include <printman/system/outputfile.h>
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-    constexpr size_t most_cells = 1024UL * 1024; // more is only slow
+    constexpr size_t max_cells = 1024UL * 1024; // more is only slow
     const ScratchFile file(data, size);
     printman::ReportBuffer report;
     printman::EscapeTable fields;
     report.set_file_name(file.path());
     report.init(fields);
-    if (report.cells().size() > most_cells)
+    if (report.cells().size() > max_cells)
         return 0;
     printman::PageRows rows;
     for (int request = printman::page_first; report.read_page(request, fields);

@@ -24,10 +24,9 @@ const Command text_command{
     .operands = {"REPORT", "OUT.txt"},
     .summary = "write a report as plain text",
     .description = "Writes every page of REPORT to OUT.txt, one line of text for each line of the\n"
-                   "page and nothing between the pages. The markers of the report are left out,\n"
-                   "and of a line that fills the page's width the last character is. The bytes\n"
-                   "are the report's, in Latin-1. OUT.txt appears when it is complete; an earlier\n"
-                   "file stays whole until then.",
+                   "page and nothing between the pages. The markers of the report are left out.\n"
+                   "The bytes are the report's, in Latin-1. OUT.txt appears when it is complete;\n"
+                   "an earlier file stays whole until then.",
     .options = {},
     .examples = "printman text aging.rpt aging.txt",
     .run = run_text,

@@ -22,8 +22,8 @@ using ImportProgress = std::function<bool(long long done, long long total)>;
 /// Makes the report file @p out of the plain-text file @p listing, in two passes over it. On
 /// failure @p out is as it was.
 ///
-/// @param rules    columns 0: one more than the longest line, so that the text export, which drops
-///                 the last column of a full line, loses nothing; page lines 0: those of the
+/// @param rules    columns 0: one more than the longest line, so that hosts whose text drops
+///                 the last column of a full line lose nothing; page lines 0: those of the
 ///                 longest page, or 66 in a listing that does not mark its page ends
 /// @param progress may be empty
 Outcome import_listing(const QByteArray& listing, const QByteArray& out, const ListingRules& rules,

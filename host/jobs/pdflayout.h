@@ -4,13 +4,14 @@
 #include "host/jobs/pagesetup.h"
 
 #include <printman/printer/setuprecord.h>
+#include <printman/toolkit/psprinter.h>
 
 #include <QPointF>
 
 namespace host {
 
 /// Device units of PsPrinter, in which a layout is measured.
-inline constexpr double units_per_inch = 600;
+inline constexpr double units_per_inch = PsPrinter::dotsPerInch;
 
 /// How the library lays out a report on the sheets of a PDF.
 struct PdfLayout {

@@ -10,14 +10,14 @@ namespace printman {
 
 namespace {
 
-constexpr int usual_points = 12;
-constexpr int most_points = 2000;
-constexpr int most_weight = 99;
+constexpr int default_points = 12;
+constexpr int max_points = 2000;
+constexpr int max_weight = 99;
 
 } // namespace
 
 int job_point_size(int point_size) {
-    return point_size < 1 ? usual_points : std::min(point_size, most_points);
+    return point_size < 1 ? default_points : std::min(point_size, max_points);
 }
 
 QFont report_font(const FontInfo& info) {
@@ -28,7 +28,7 @@ QFont report_font(const FontInfo& info) {
     if (!family.isEmpty())
         font.setFamily(utf8_or_latin1(family));
     font.setPointSize(job_point_size(info.point_size));
-    if (record.weight >= 0 && record.weight <= most_weight)
+    if (record.weight >= 0 && record.weight <= max_weight)
         set_legacy_weight(font, record.weight);
     font.setItalic(record.italic != 0);
     font.setStrikeOut(record.strike_out != 0);

@@ -15,16 +15,15 @@ namespace printman {
 
 namespace {
 
-constexpr double units_an_inch = 600.0; // of the printer's margins
-constexpr double widest_margin = 1000.0;
+constexpr double max_margin = 1000.0;
 
 /// A margin as a number that can be counted with.
 double usable(double inches) {
-    return std::isfinite(inches) ? std::clamp(inches, 0.0, widest_margin) : 0.0;
+    return std::isfinite(inches) ? std::clamp(inches, 0.0, max_margin) : 0.0;
 }
 
 unsigned to_units(double inches) {
-    return static_cast<unsigned>(usable(inches) * units_an_inch);
+    return static_cast<unsigned>(usable(inches) * PsPrinter::dotsPerInch);
 }
 
 } // namespace

@@ -24,8 +24,8 @@ bool is_utf8(const QByteArray& bytes) {
 
 /// Without the start of a character that was cut.
 QByteArray whole_characters(QByteArray bytes) {
-    constexpr qsizetype longest_tail = 3;
-    for (qsizetype cut = 0; cut <= longest_tail && cut <= bytes.size(); ++cut)
+    constexpr qsizetype max_tail = 3;
+    for (qsizetype cut = 0; cut <= max_tail && cut <= bytes.size(); ++cut)
         if (is_utf8(bytes.chopped(cut)))
             return bytes.chopped(cut);
     return bytes;

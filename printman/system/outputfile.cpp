@@ -29,8 +29,8 @@ Target target_of(const QString& path) {
 /// Follows links to the name that is to be replaced, so that a link stays and keeps pointing there.
 /// Null for a loop of links.
 QString without_links(QString path) {
-    constexpr int most_links = 40;
-    for (int i = 0; i < most_links; ++i) {
+    constexpr int max_links = 40;
+    for (int i = 0; i < max_links; ++i) {
         const QFileInfo info(path);
         if (!info.isSymLink())
             return path;

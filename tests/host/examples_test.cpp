@@ -14,7 +14,7 @@ protected:
 
 } // namespace
 
-TEST_P(Examples, TheGeneratorMakesTheCheckedInReport) {
+TEST_P(Examples, theGeneratorMakesTheCheckedInReport) {
     const Ended made = run_program(
         QStringLiteral(PRINTMAN_EXAMPLES "/example_%1").arg(QString::fromLatin1(GetParam())), {});
     EXPECT_EQ(made.status, 0);
@@ -23,14 +23,14 @@ TEST_P(Examples, TheGeneratorMakesTheCheckedInReport) {
     EXPECT_TRUE(made.out == file.readAll());
 }
 
-TEST_P(Examples, TheReportHasNoFaults) {
+TEST_P(Examples, theReportHasNoFaults) {
     const Ended result = run({QStringLiteral("check"), report()});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "no faults\n");
     EXPECT_EQ(result.error, "");
 }
 
-TEST_P(Examples, TheTextFitsItsColumns) {
+TEST_P(Examples, theTextFitsItsColumns) {
     ASSERT_EQ(run({QStringLiteral("text"), report(), QStringLiteral("out.txt")}).status, 0);
     const QByteArray text = read(QStringLiteral("out.txt"));
     EXPECT_FALSE(text.contains("#!?"));

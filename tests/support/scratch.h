@@ -72,9 +72,9 @@ public:
     TextMaker(unsigned seed, std::vector<std::string> parts)
         : random_(seed), parts_(std::move(parts)) {}
 
-    std::string text(int most_parts) {
+    std::string text(int max_parts) {
         std::string text;
-        for (int i = number(0, most_parts); i > 0; --i)
+        for (int i = number(0, max_parts); i > 0; --i)
             text += parts_[static_cast<size_t>(number(0, static_cast<int>(parts_.size()) - 1))];
         return text;
     }

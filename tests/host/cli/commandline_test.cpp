@@ -22,7 +22,7 @@ class CommandLineProgram : public ProgramTest {};
 
 } // namespace
 
-TEST(CommandLineArguments, SettingsStandBeforeOrBehindTheCommand) {
+TEST(CommandLineArguments, settingsStandBeforeOrBehindTheCommand) {
     EXPECT_EQ(parse({"--settings", "d", "info", "r"}).settings, QByteArray("d"));
     EXPECT_EQ(parse({"--settings=d", "info", "r"}).settings, QByteArray("d"));
     EXPECT_EQ(parse({"info", "--settings", "d", "r"}).settings, QByteArray("d"));
@@ -32,7 +32,7 @@ TEST(CommandLineArguments, SettingsStandBeforeOrBehindTheCommand) {
     EXPECT_EQ(problem({"--settings", "", "info", "r"}), "--settings needs the name of a directory");
 }
 
-TEST(CommandLineArguments, OperandsAndOptionsKeepTheirBytes) {
+TEST(CommandLineArguments, operandsAndOptionsKeepTheirBytes) {
     const CommandLine line = parse({"pdf", "--title", "\xff\xc3\xa4 \"x\"", "a b\n\x80", "it's"});
     ASSERT_TRUE(line.error.ok());
     EXPECT_STREQ(line.command->name, "pdf");
@@ -43,14 +43,14 @@ TEST(CommandLineArguments, OperandsAndOptionsKeepTheirBytes) {
     EXPECT_EQ(line.arguments.value("size"), std::nullopt);
 }
 
-TEST(CommandLineArguments, NamesMayBeginWithADash) {
+TEST(CommandLineArguments, namesMayBeginWithADash) {
     const CommandLine line = parse({"text", "--", "-r.rpt", "--out"});
     ASSERT_TRUE(line.error.ok());
     EXPECT_EQ(line.arguments.operand(0), "-r.rpt");
     EXPECT_EQ(line.arguments.operand(1), "--out");
 }
 
-TEST(CommandLineArguments, HelpAndVersion) {
+TEST(CommandLineArguments, helpAndVersion) {
     EXPECT_EQ(parse({"--help"}).mode, CommandLine::Mode::help);
     EXPECT_EQ(parse({"-h"}).command, nullptr);
     EXPECT_EQ(parse({"--version"}).mode, CommandLine::Mode::version);
@@ -59,7 +59,7 @@ TEST(CommandLineArguments, HelpAndVersion) {
     EXPECT_STREQ(line.command->name, "pdf");
 }
 
-TEST(CommandLineArguments, WrongUsage) {
+TEST(CommandLineArguments, wrongUsage) {
     EXPECT_EQ(problem({}), "no command is given");
     EXPECT_EQ(problem({"prnt"}), "unknown command 'prnt'");
     EXPECT_EQ(problem({"--what"}), "unknown option 'what'");
@@ -71,7 +71,7 @@ TEST(CommandLineArguments, WrongUsage) {
     EXPECT_EQ(problem({"info", "--settings"}), "missing value after '--settings'");
 }
 
-TEST_F(CommandLineProgram, WrongUsageIsOneLineAndStatusTwo) {
+TEST_F(CommandLineProgram, wrongUsageIsOneLineAndStatusTwo) {
     for (const auto& [arguments, line] : std::initializer_list<std::pair<QString, QByteArray>>{
              {QString(), "no command is given; see 'printman --help'"},
              {QStringLiteral("nothing"), "unknown command 'nothing'; see 'printman --help'"},
@@ -97,7 +97,7 @@ TEST_F(CommandLineProgram, WrongUsageIsOneLineAndStatusTwo) {
     EXPECT_EQ(files(), QStringList());
 }
 
-TEST_F(CommandLineProgram, TheOutputIsNotTheInput) {
+TEST_F(CommandLineProgram, theOutputIsNotTheInput) {
     write(QStringLiteral("r.rpt"), small_report);
     for (const char* command : {"text", "pdf", "png", "import"}) {
         const Ended result =
@@ -108,7 +108,7 @@ TEST_F(CommandLineProgram, TheOutputIsNotTheInput) {
     EXPECT_EQ(read(QStringLiteral("r.rpt")), small_report);
 }
 
-TEST_F(CommandLineProgram, HelpTellsEveryOption) {
+TEST_F(CommandLineProgram, helpTellsEveryOption) {
     const Ended program_help = run({QStringLiteral("--help")});
     EXPECT_EQ(program_help.status, 0);
     for (const host::Command* command : host::commands()) {
@@ -125,13 +125,13 @@ TEST_F(CommandLineProgram, HelpTellsEveryOption) {
     }
 }
 
-TEST_F(CommandLineProgram, Version) {
+TEST_F(CommandLineProgram, version) {
     const Ended result = run({QStringLiteral("--version")});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out, "printman " PRINTMAN_VERSION "\n");
 }
 
-TEST_F(CommandLineProgram, NothingButOurLineIsOnStandardError) {
+TEST_F(CommandLineProgram, nothingButOurLineIsOnStandardError) {
     environment_.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     environment_.insert(QStringLiteral("DISPLAY"), QStringLiteral(":99"));
     environment_.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
@@ -143,7 +143,7 @@ TEST_F(CommandLineProgram, NothingButOurLineIsOnStandardError) {
                               QByteArray::number(small_report.size()) + '\n');
 }
 
-TEST_F(CommandLineProgram, ClosedStandardOutputIsAnError) {
+TEST_F(CommandLineProgram, closedStandardOutputIsAnError) {
     write(QStringLiteral("r.rpt"), small_report);
     const QString shell = QStringLiteral("/bin/sh");
     const QString full = QStringLiteral("\"$0\" info r.rpt > /dev/full");

@@ -61,7 +61,7 @@ protected:
 
 } // namespace
 
-TEST_F(BadInputs, NoReportIsToldInOneLine) {
+TEST_F(BadInputs, noReportIsToldInOneLine) {
     for (const BadInput& input : no_reports()) {
         write(QStringLiteral("in.rpt"), input.bytes);
         SCOPED_TRACE(input.name);
@@ -72,7 +72,7 @@ TEST_F(BadInputs, NoReportIsToldInOneLine) {
     }
 }
 
-TEST_F(BadInputs, WhatCannotBeReadIsTold) {
+TEST_F(BadInputs, whatCannotBeReadIsTold) {
     expect_all_fail(QStringLiteral("missing"), "missing: No such file or directory");
     expect_all_fail(QStringLiteral("/dev/null"),
                     "/dev/null: Not a regular file; it is read more than once");
@@ -89,7 +89,7 @@ TEST_F(BadInputs, WhatCannotBeReadIsTold) {
     expect_all_fail(QStringLiteral("locked"), "locked: Permission denied");
 }
 
-TEST_F(BadInputs, TooLongNamesAreRefused) {
+TEST_F(BadInputs, tooLongNamesAreRefused) {
     const QString folder(200, u'd');
     ASSERT_TRUE(QDir(directory_.path()).mkdir(folder));
     const QString name = folder + u'/' + QString(60, u'r');
@@ -97,7 +97,7 @@ TEST_F(BadInputs, TooLongNamesAreRefused) {
     expect_all_fail(name, name.toLatin1() + ": The name is longer than 255 bytes");
 }
 
-TEST_F(BadInputs, CheckNamesEachFaultWithItsLine) {
+TEST_F(BadInputs, checkNamesEachFaultWithItsLine) {
     write(QStringLiteral("bad.rpt"), "#!?PAGETOP 20,4\n"
                                      "good\n"
                                      "#!?X1,2;\n"
@@ -114,18 +114,18 @@ TEST_F(BadInputs, CheckNamesEachFaultWithItsLine) {
     EXPECT_FALSE(result.out.contains("bad.rpt:2: "));
 }
 
-TEST_F(BadInputs, OneFaultIsSingular) {
+TEST_F(BadInputs, oneFaultIsSingular) {
     write(QStringLiteral("bad.rpt"), "#!?PAGETOP 20,4\na\n#!?X;\n#!?PAGEEND\n");
     EXPECT_EQ(run({QStringLiteral("check"), QStringLiteral("bad.rpt")}).error,
               "printman: 1 fault in bad.rpt\n");
 }
 
-TEST_F(BadInputs, ControlBytesInNamesStayOnTheLine) {
+TEST_F(BadInputs, controlBytesInNamesStayOnTheLine) {
     const Ended result = run({QStringLiteral("info"), QStringLiteral("no\nsuch\x1b[1mfile")});
     expect_failure(result, "no?such?[1mfile: No such file or directory");
 }
 
-TEST_F(BadInputs, BrokenMarkersAndBytesYieldAPage) {
+TEST_F(BadInputs, brokenMarkersAndBytesYieldAPage) {
     write(QStringLiteral("r.rpt"), "#!?PAGETOP 20,6\n"
                                    "#!?X1,2;shown\n"
                                    "#!?L1,5,\n"
@@ -151,14 +151,14 @@ TEST_F(BadInputs, BrokenMarkersAndBytesYieldAPage) {
     EXPECT_EQ(lines[5], QByteArray(19, 'x'));
 }
 
-TEST_F(BadInputs, AReportThatEndsEarlyYieldsItsPages) {
+TEST_F(BadInputs, aReportThatEndsEarlyYieldsItsPages) {
     write(QStringLiteral("r.rpt"), "#!?PAGETOP 20,3\none\n#!?PAGEEND\n#!?PAGETOP\ntwo");
     EXPECT_EQ(
         run({QStringLiteral("text"), QStringLiteral("r.rpt"), QStringLiteral("o.txt")}).status, 0);
     EXPECT_EQ(read(QStringLiteral("o.txt")), "one\n\n\ntw\n\n\n");
 }
 
-TEST_F(BadInputs, NamesWithOddCharactersWork) {
+TEST_F(BadInputs, namesWithOddCharactersWork) {
     const QString odd = QStringLiteral("'\u00e4\" $(touch x) %d;.rpt");
     write(odd, small_report);
     for (const char* kind : {"text", "pdf", "png", "import"}) {
@@ -170,7 +170,7 @@ TEST_F(BadInputs, NamesWithOddCharactersWork) {
     EXPECT_EQ(files().size(), 5);
 }
 
-TEST_F(BadInputs, NamesNeedNotBeTextInTheLocalesEncoding) {
+TEST_F(BadInputs, namesNeedNotBeTextInTheLocalesEncoding) {
     write(QStringLiteral("r.rpt"), small_report);
     const QByteArray odd = QFile::encodeName(directory_.path()) + "/\xe4.rpt";
     ASSERT_EQ(

@@ -48,7 +48,7 @@ QSet<QString> help_options(const QByteArray& help) {
 
 } // namespace
 
-TEST(Manual, EveryOptionOfTheHelpStandsInTheManPageAndTheReverse) {
+TEST(Manual, everyOptionOfTheHelpStandsInTheManPageAndTheReverse) {
     EXPECT_EQ(manual_options("printman"), help_options(host::program_help()));
     for (const host::Command* command : host::commands())
         EXPECT_EQ(manual_options(QByteArray("printman-") + command->name),
@@ -56,7 +56,7 @@ TEST(Manual, EveryOptionOfTheHelpStandsInTheManPageAndTheReverse) {
             << command->name;
 }
 
-TEST(Manual, ThePagesNameTheirCommandAndItsOperands) {
+TEST(Manual, thePagesNameTheirCommandAndItsOperands) {
     const QString whole = page("printman");
     for (const host::Command* command : host::commands()) {
         const QByteArray name = QByteArray("printman-") + command->name;

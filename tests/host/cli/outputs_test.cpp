@@ -30,7 +30,7 @@ protected:
 
 } // namespace
 
-TEST_F(Outputs, AFileInAMissingDirectoryIsRefused) {
+TEST_F(Outputs, aFileInAMissingDirectoryIsRefused) {
     for (const QString& command : writers()) {
         SCOPED_TRACE(command.toStdString());
         expect_failure(write_to(command, QStringLiteral("no/out")),
@@ -39,7 +39,7 @@ TEST_F(Outputs, AFileInAMissingDirectoryIsRefused) {
     }
 }
 
-TEST_F(Outputs, ADirectoryIsRefused) {
+TEST_F(Outputs, aDirectoryIsRefused) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("folder")));
     for (const QString& command : writers()) {
         SCOPED_TRACE(command.toStdString());
@@ -49,7 +49,7 @@ TEST_F(Outputs, ADirectoryIsRefused) {
     EXPECT_EQ(QDir(path(QStringLiteral("folder"))).count(), 2U);
 }
 
-TEST_F(Outputs, AFullDeviceIsAnError) {
+TEST_F(Outputs, aFullDeviceIsAnError) {
     for (const QString& command : writers()) {
         SCOPED_TRACE(command.toStdString());
         expect_failure(write_to(command, QStringLiteral("/dev/full")),
@@ -60,7 +60,7 @@ TEST_F(Outputs, AFullDeviceIsAnError) {
     EXPECT_TRUE(S_ISCHR(status.st_mode));
 }
 
-TEST_F(Outputs, ADeviceIsWrittenDirectly) {
+TEST_F(Outputs, aDeviceIsWrittenDirectly) {
     for (const QString& command : writers())
         EXPECT_EQ(write_to(command, QStringLiteral("/dev/null")).status, 0);
     const Ended result = write_to(QStringLiteral("text"), QStringLiteral("/dev/stdout"));
@@ -68,7 +68,7 @@ TEST_F(Outputs, ADeviceIsWrittenDirectly) {
     EXPECT_EQ(result.out, "first line\n\xe4\xf6\xfc and more\nlast\n");
 }
 
-TEST_F(Outputs, APipeWithoutANameIsWrittenDirectly) {
+TEST_F(Outputs, aPipeWithoutANameIsWrittenDirectly) {
     const QString out = QStringLiteral("/dev/stdout");
     for (const auto& [command, start] : std::initializer_list<std::pair<const char*, QByteArray>>{
              {"pdf", "%PDF-"}, {"png", "\x89PNG"}, {"import", "#!?PAGETOP"}}) {
@@ -79,7 +79,7 @@ TEST_F(Outputs, APipeWithoutANameIsWrittenDirectly) {
     EXPECT_EQ(files(), QStringList{QStringLiteral("in")});
 }
 
-TEST_F(Outputs, AnEarlierFileIsReplacedAndKeepsItsPermissions) {
+TEST_F(Outputs, anEarlierFileIsReplacedAndKeepsItsPermissions) {
     for (const QString& command : writers()) {
         SCOPED_TRACE(command.toStdString());
         write(QStringLiteral("out"), "earlier");
@@ -94,7 +94,7 @@ TEST_F(Outputs, AnEarlierFileIsReplacedAndKeepsItsPermissions) {
     }
 }
 
-TEST_F(Outputs, ALinkIsFollowed) {
+TEST_F(Outputs, aLinkIsFollowed) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("folder")));
     ASSERT_TRUE(QFile::link(QStringLiteral("folder/real"), path(QStringLiteral("link"))));
     for (const QString& command : writers()) {
@@ -105,7 +105,7 @@ TEST_F(Outputs, ALinkIsFollowed) {
     }
 }
 
-TEST_F(Outputs, APageOutOfRangeIsToldAndNothingWritten) {
+TEST_F(Outputs, aPageOutOfRangeIsToldAndNothingWritten) {
     write(QStringLiteral("out.png"), "earlier");
     expect_failure(run({QStringLiteral("png"), QStringLiteral("in"), QStringLiteral("out.png"),
                         QStringLiteral("--page"), QStringLiteral("2")}),
@@ -113,7 +113,7 @@ TEST_F(Outputs, APageOutOfRangeIsToldAndNothingWritten) {
     EXPECT_EQ(read(QStringLiteral("out.png")), "earlier");
 }
 
-TEST_F(Outputs, PicturesGrowWithTheZoom) {
+TEST_F(Outputs, picturesGrowWithTheZoom) {
     QSize last(0, 0);
     for (int zoom = 50; zoom <= 300; zoom += 50) {
         const Ended result =
@@ -132,7 +132,7 @@ TEST_F(Outputs, PicturesGrowWithTheZoom) {
     }
 }
 
-TEST_F(Outputs, PicturesHaveTheColoursOfTheSettings) {
+TEST_F(Outputs, picturesHaveTheColoursOfTheSettings) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("set")));
     write(QStringLiteral("set/dlwmenu.ini"),
           "[color]\nKRV_COLOR_SBG=255,240,10\nKRV_COLOR_DBG=0,0,200\n");
@@ -153,7 +153,7 @@ TEST_F(Outputs, PicturesHaveTheColoursOfTheSettings) {
     }
 }
 
-TEST_F(Outputs, EveryPageOfAReportIsFound) {
+TEST_F(Outputs, everyPageOfAReportIsFound) {
     QByteArray report;
     for (int page = 1; page <= 5; ++page)
         report += "#!?PAGETOP 40,2\n" + QByteArray(page, '#') + "\n#!?PAGEEND\n";
@@ -177,7 +177,7 @@ TEST_F(Outputs, EveryPageOfAReportIsFound) {
         EXPECT_EQ(ink(page) - ink(page - 1), 8);
 }
 
-TEST_F(Outputs, AbsurdPicturesAreRefused) {
+TEST_F(Outputs, absurdPicturesAreRefused) {
     write(QStringLiteral("wide"), "#!?PAGETOP 32767,2\na\n#!?PAGEEND\n");
     const Ended result =
         run({QStringLiteral("png"), QStringLiteral("wide"), QStringLiteral("o.png")});
@@ -186,7 +186,7 @@ TEST_F(Outputs, AbsurdPicturesAreRefused) {
     EXPECT_FALSE(exists(QStringLiteral("o.png")));
 }
 
-TEST_F(Outputs, APendingFileThatIsDroppedLeavesNothing) {
+TEST_F(Outputs, aPendingFileThatIsDroppedLeavesNothing) {
     const QByteArray name = QFile::encodeName(path(QStringLiteral("new")));
     {
         host::PendingFile file;
@@ -200,7 +200,7 @@ TEST_F(Outputs, APendingFileThatIsDroppedLeavesNothing) {
     EXPECT_FALSE(unopened.commit().ok());
 }
 
-TEST_F(Outputs, APendingFileOfALinkThatLoopsIsRefused) {
+TEST_F(Outputs, aPendingFileOfALinkThatLoopsIsRefused) {
     ASSERT_TRUE(QFile::link(QStringLiteral("b"), path(QStringLiteral("a"))));
     ASSERT_TRUE(QFile::link(QStringLiteral("a"), path(QStringLiteral("b"))));
     host::PendingFile file;

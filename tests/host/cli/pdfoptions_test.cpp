@@ -11,7 +11,7 @@ host::Outcome read(const QHash<QByteArray, QByteArray>& options, host::PageSetup
 
 } // namespace
 
-TEST(PageOptions, DefaultsAndOptions) {
+TEST(PageOptions, defaultsAndOptions) {
     host::PageSetup setup;
     ASSERT_TRUE(read({}, setup).ok());
     EXPECT_EQ(setup.font.family(), QStringLiteral("Courier New"));
@@ -29,7 +29,7 @@ TEST(PageOptions, DefaultsAndOptions) {
     EXPECT_EQ(setup.title, QString(QChar(0xe4)));
 }
 
-TEST(PageOptions, WhatMakesNoSenseIsWrongUsage) {
+TEST(PageOptions, whatMakesNoSenseIsWrongUsage) {
     for (const QHash<QByteArray, QByteArray>& options :
          {QHash<QByteArray, QByteArray>{{"size", "0"}},
           {{"size", "1001"}},

@@ -12,7 +12,7 @@ host::Outcome read(const QHash<QByteArray, QByteArray>& options,
 
 } // namespace
 
-TEST(WatermarkOptions, ColoursAreNumbersOrHexadecimal) {
+TEST(WatermarkOptions, coloursAreNumbersOrHexadecimal) {
     EXPECT_EQ(host::parse_mark_colour("255,0,16"), QColor(255, 0, 16));
     EXPECT_EQ(host::parse_mark_colour("1, 2, 3"), QColor(1, 2, 3));
     EXPECT_EQ(host::parse_mark_colour("#ff0010"), QColor(255, 0, 16));
@@ -21,13 +21,13 @@ TEST(WatermarkOptions, ColoursAreNumbersOrHexadecimal) {
         EXPECT_EQ(host::parse_mark_colour(wrong), std::nullopt) << wrong;
 }
 
-TEST(WatermarkOptions, PlacesAreTwoNumbers) {
+TEST(WatermarkOptions, placesAreTwoNumbers) {
     EXPECT_EQ(host::parse_place("1.5,-2"), QPointF(1.5, -2));
     for (const char* wrong : {"", "1", "1,2,3", "x,1", "1,nan", "101,0"})
         EXPECT_EQ(host::parse_place(wrong), std::nullopt) << wrong;
 }
 
-TEST(WatermarkOptions, DefaultsAndOptions) {
+TEST(WatermarkOptions, defaultsAndOptions) {
     std::optional<host::Watermark> mark;
     ASSERT_TRUE(read({}, mark).ok());
     EXPECT_FALSE(mark);
@@ -55,7 +55,7 @@ TEST(WatermarkOptions, DefaultsAndOptions) {
     EXPECT_TRUE(mark->in_front);
 }
 
-TEST(WatermarkOptions, TextsThatTheLibraryWouldCutAreRefused) {
+TEST(WatermarkOptions, textsThatTheLibraryWouldCutAreRefused) {
     std::optional<host::Watermark> mark;
     EXPECT_TRUE(read({{"watermark", QByteArray(79, 'x')}}, mark).ok());
     const host::Outcome text = read({{"watermark", QByteArray(80, 'x')}}, mark);
@@ -66,7 +66,7 @@ TEST(WatermarkOptions, TextsThatTheLibraryWouldCutAreRefused) {
               host::Outcome::usage);
 }
 
-TEST(WatermarkOptions, WhatMakesNoSenseIsWrongUsage) {
+TEST(WatermarkOptions, whatMakesNoSenseIsWrongUsage) {
     std::optional<host::Watermark> mark;
     for (const QHash<QByteArray, QByteArray>& options :
          {QHash<QByteArray, QByteArray>{{"watermark", ""}},

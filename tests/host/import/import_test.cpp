@@ -65,7 +65,7 @@ QByteArray padded(const QByteArray& listing, qsizetype lines) {
 
 } // namespace
 
-TEST_F(Import, FullPagesComeBackByteForByte) {
+TEST_F(Import, fullPagesComeBackByteForByte) {
     ASSERT_FALSE(licences().isEmpty());
     for (const QString& licence : licences()) {
         SCOPED_TRACE(licence.toStdString());
@@ -76,7 +76,7 @@ TEST_F(Import, FullPagesComeBackByteForByte) {
     }
 }
 
-TEST_F(Import, FormFeedPagesComeBackLineForLine) {
+TEST_F(Import, formFeedPagesComeBackLineForLine) {
     for (const QString& licence : licences()) {
         SCOPED_TRACE(licence.toStdString());
         const QByteArray listing = pr({QStringLiteral("-f")}, licence);
@@ -90,7 +90,7 @@ TEST_F(Import, FormFeedPagesComeBackLineForLine) {
     }
 }
 
-TEST_F(Import, LinesThatLookLikeMarkersComeBack) {
+TEST_F(Import, linesThatLookLikeMarkersComeBack) {
     QByteArray listing;
     for (const char* line :
          {"#!?T5,20;", "#!?PAGETOP 80,24", "#!?PAGEEND", "#!?", "a #!?L1,2,3; b", "##!?R1,2,3;",
@@ -103,7 +103,7 @@ TEST_F(Import, LinesThatLookLikeMarkersComeBack) {
     EXPECT_TRUE(info().contains("pages: 1\n"));
 }
 
-TEST_F(Import, AllBytesComeBack) {
+TEST_F(Import, allBytesComeBack) {
     QByteArray listing;
     for (int c = 1; c < 256; ++c) {
         if (!QByteArray("\t\n\f\r").contains(static_cast<char>(c)))
@@ -113,7 +113,7 @@ TEST_F(Import, AllBytesComeBack) {
     EXPECT_EQ(round_trip(listing, {QStringLiteral("--lines"), QStringLiteral("1")}), listing);
 }
 
-TEST_F(Import, GeometryFollowsTheListing) {
+TEST_F(Import, geometryFollowsTheListing) {
     round_trip("12345\n123\n");
     EXPECT_TRUE(info().startsWith("columns: 6\nlines: 66\npages: 1\n"));
     round_trip("1\n2\n3\f1\n2\n");
@@ -127,12 +127,12 @@ TEST_F(Import, GeometryFollowsTheListing) {
     EXPECT_TRUE(info().startsWith("columns: 2\nlines: 1\npages: 3\n"));
 }
 
-TEST_F(Import, CarriageControlMakesPages) {
+TEST_F(Import, carriageControlMakesPages) {
     EXPECT_EQ(round_trip("1Title\n+_____\n0first\n second\n1Next\n", {QStringLiteral("--asa")}),
               "Title\n\nfirst\nsecond\nNext\n\n\n\n");
 }
 
-TEST_F(Import, TheLongestLineThatAReportHolds) {
+TEST_F(Import, theLongestLineThatAReportHolds) {
     const QByteArray line(510, 'x');
     EXPECT_EQ(round_trip(line + '\n', {QStringLiteral("--lines=1")}), line + '\n');
     EXPECT_EQ(refusal("a\n" + QByteArray(511, 'x') + '\n'),
@@ -141,7 +141,7 @@ TEST_F(Import, TheLongestLineThatAReportHolds) {
               "printman: in.txt:1: the line takes 521 bytes in a report; the limit is 510\n");
 }
 
-TEST_F(Import, RefusalsNameTheLine) {
+TEST_F(Import, refusalsNameTheLine) {
     EXPECT_EQ(refusal(""), "printman: in.txt: The file is empty\n");
     EXPECT_EQ(refusal("\f"), "printman: in.txt: The listing has no page\n");
     EXPECT_EQ(refusal(QByteArray("a\nb\0\n", 5)),
@@ -159,7 +159,7 @@ TEST_F(Import, RefusalsNameTheLine) {
               "printman: in.txt: A page of 32767 columns and 32767 lines is too large\n");
 }
 
-TEST_F(Import, APipeIsRefused) {
+TEST_F(Import, aPipeIsRefused) {
     const QString script = QStringLiteral("echo text | \"$0\" import /dev/stdin out.rpt");
     expect_failure(
         run_program(QStringLiteral("/bin/sh"), {QStringLiteral("-c"), script, program()}),
@@ -167,7 +167,7 @@ TEST_F(Import, APipeIsRefused) {
     EXPECT_EQ(files(), QStringList());
 }
 
-TEST_F(Import, AnEarlierFileStaysWhenTheListingIsRefused) {
+TEST_F(Import, anEarlierFileStaysWhenTheListingIsRefused) {
     write(QStringLiteral("out.rpt"), "earlier");
     write(QStringLiteral("in.txt"), QByteArray("a\0", 2));
     EXPECT_EQ(

@@ -77,7 +77,7 @@ void check_pages(const std::vector<Case>& cases, const host::ListingRules& rules
 
 } // namespace
 
-TEST(Listing, LinesAndPages) {
+TEST(Listing, linesAndPages) {
     check_pages({{"nothing", "", {}},
                  {"one line", "abc\n", {{"abc"}}},
                  {"a last line without a newline counts", "abc\ndef", {{"abc", "def"}}},
@@ -100,7 +100,7 @@ TEST(Listing, LinesAndPages) {
                 {});
 }
 
-TEST(Listing, PagesOfACountOfLinesBreakLikePaper) {
+TEST(Listing, pagesOfACountOfLinesBreakLikePaper) {
     check_pages({{"full page and a line", "1\n2\n3\n4\n", {{"1", "2", "3"}, {"4"}}},
                  {"exactly full", "1\n2\n3\n", {{"1", "2", "3"}}},
                  {"a form feed behind a full page", "1\n2\n3\n\f4\n", {{"1", "2", "3"}, {"4"}}},
@@ -108,7 +108,7 @@ TEST(Listing, PagesOfACountOfLinesBreakLikePaper) {
                 {.page_lines = 3, .columns = 0, .asa = false});
 }
 
-TEST(Listing, TabsGoToMultiplesOfEight) {
+TEST(Listing, tabsGoToMultiplesOfEight) {
     check_pages({{"from the start", "\tx\n", {{"        x"}}},
                  {"from within", "ab\tx\n", {{"ab      x"}}},
                  {"from column eight", "12345678\tx\n", {{"12345678        x"}}},
@@ -117,7 +117,7 @@ TEST(Listing, TabsGoToMultiplesOfEight) {
     check_pages({{"counted behind the control", " ab\tx\n", {{"ab      x"}}}}, asa);
 }
 
-TEST(Listing, OverprintingMerges) {
+TEST(Listing, overprintingMerges) {
     check_pages({{"underlined", "Total\r_____\n", {{"Total"}}},
                  {"underline first", "_____\rTotal\n", {{"Total"}}},
                  {"bold", "Total\rTotal\rTotal\n", {{"Total"}}},
@@ -127,13 +127,13 @@ TEST(Listing, OverprintingMerges) {
                 {});
 }
 
-TEST(Listing, OverprintingOfOtherCharactersIsRefused) {
+TEST(Listing, overprintingOfOtherCharactersIsRefused) {
     const Result result = read("one\ntwo\nab\rcd\n");
     EXPECT_EQ(result.error_line, 3);
     EXPECT_EQ(result.error, "two different characters are printed over each other in column 1");
 }
 
-TEST(Listing, CarriageControl) {
+TEST(Listing, carriageControl) {
     check_pages({{"next line", " a\n b\n", {{"a", "b"}}},
                  {"blank lines first", "0a\n-b\n", {{"", "a", "", "", "b"}}},
                  {"a page", "1a\n b\n1c\n", {{"a", "b"}, {"c"}}},
@@ -148,19 +148,19 @@ TEST(Listing, CarriageControl) {
                 asa);
 }
 
-TEST(Listing, UnknownCarriageControlIsRefused) {
+TEST(Listing, unknownCarriageControlIsRefused) {
     const Result result = read(" a\n b\nxc\n", asa);
     EXPECT_EQ(result.error_line, 3);
     EXPECT_EQ(result.error, "'x' is not a carriage control character");
 }
 
-TEST(Listing, ZeroBytesAreRefused) {
+TEST(Listing, zeroBytesAreRefused) {
     const Result result = read(std::string_view("a\nb\0c\n", 6));
     EXPECT_EQ(result.error_line, 2);
     EXPECT_EQ(result.error, "the line contains a zero byte");
 }
 
-TEST(Listing, LongLinesAreRefused) {
+TEST(Listing, longLinesAreRefused) {
     const host::ListingRules five{.page_lines = 0, .columns = 5, .asa = false};
     EXPECT_EQ(read("12345\n", five).error, "");
     EXPECT_EQ(read("12345\n123456\n", five).error, "the line has more than 5 characters");
@@ -170,14 +170,14 @@ TEST(Listing, LongLinesAreRefused) {
     EXPECT_EQ(read(std::string(32768, 'x')).error, "the line has more than 32767 characters");
 }
 
-TEST(Listing, WhatTheSinkRefusesIsToldWithItsLine) {
+TEST(Listing, whatTheSinkRefusesIsToldWithItsLine) {
     EXPECT_EQ(read("a\nREFUSED\nb\n").error, "it is refused");
     EXPECT_EQ(read("a\nREFUSED\nb\n").error_line, 2);
     EXPECT_EQ(read(" a\n REFUSED\n b\n", asa).error_line, 2);
     EXPECT_EQ(read(" a\n REFUSED", asa).error_line, 2);
 }
 
-TEST(Listing, PageBreaksAreNoticed) {
+TEST(Listing, pageBreaksAreNoticed) {
     EXPECT_FALSE(read("a\nb\n").page_breaks);
     EXPECT_TRUE(read("a\n\f").page_breaks);
     EXPECT_TRUE(read("\fa\n").page_breaks);

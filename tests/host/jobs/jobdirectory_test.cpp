@@ -7,7 +7,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
-TEST(JobDirectory, IsTheScratchDirectoryWhileItLives) {
+TEST(JobDirectory, isTheScratchDirectoryWhileItLives) {
     const QTemporaryDir parent;
     const QString before = QDir::currentPath();
     const QByteArray outside = parent.path().toLocal8Bit();
@@ -33,7 +33,7 @@ TEST(JobDirectory, IsTheScratchDirectoryWhileItLives) {
     EXPECT_TRUE(QDir(parent.path()).isEmpty());
 }
 
-TEST(JobDirectory, LeavesAVariableThatWasNotSetUnset) {
+TEST(JobDirectory, leavesAVariableThatWasNotSetUnset) {
     const QByteArray before = qgetenv("TMPDIR");
     qunsetenv("TMPDIR");
     {
@@ -46,7 +46,7 @@ TEST(JobDirectory, LeavesAVariableThatWasNotSetUnset) {
         qputenv("TMPDIR", before);
 }
 
-TEST(JobDirectory, ADirectoryWhoseNameIsNoTextIsRefused) {
+TEST(JobDirectory, aDirectoryWhoseNameIsNoTextIsRefused) {
     const host::ScopedVariable variable("TMPDIR", "/tmp/\xff");
     host::JobDirectory directory;
     EXPECT_EQ(directory.enter().message,

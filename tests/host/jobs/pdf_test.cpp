@@ -48,7 +48,7 @@ QByteArray grid(int columns, int lines) {
 
 } // namespace
 
-TEST_F(Pdf, HoldsEveryWordInReadingOrder) {
+TEST_F(Pdf, holdsEveryWordInReadingOrder) {
     for (const char* name : {"aging.rpt", "stocklist.rpt", "statement.rpt"}) {
         SCOPED_TRACE(name);
         const Ended result = pdf(example(name));
@@ -68,7 +68,7 @@ TEST_F(Pdf, HoldsEveryWordInReadingOrder) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Pdf, FontsAreEmbeddedAndSubset) {
+TEST_F(Pdf, fontsAreEmbeddedAndSubset) {
     ASSERT_EQ(pdf(example("statement.rpt")).status, 0);
     const QList<QByteArray> lines = poppler("pdffonts").trimmed().split('\n');
     ASSERT_GE(lines.size(), 3);
@@ -76,7 +76,7 @@ TEST_F(Pdf, FontsAreEmbeddedAndSubset) {
         EXPECT_TRUE(lines[i].contains(" yes yes yes ")) << lines[i].constData();
 }
 
-TEST_F(Pdf, TitleAndCreator) {
+TEST_F(Pdf, titleAndCreator) {
     ASSERT_EQ(pdf(example("aging.rpt")).status, 0);
     QByteArray info = poppler("pdfinfo");
     EXPECT_TRUE(info.contains("Title:           aging\n"));
@@ -89,7 +89,7 @@ TEST_F(Pdf, TitleAndCreator) {
     EXPECT_TRUE(info.contains("Title:           (\xc3\x84\xc3\xa4) \\ 50%\n")) << info.constData();
 }
 
-TEST_F(Pdf, OrientationFollowsTheGridUnlessAsked) {
+TEST_F(Pdf, orientationFollowsTheGridUnlessAsked) {
     write(in, grid(132, 66));
     ASSERT_EQ(pdf(in).status, 0);
     EXPECT_EQ(page_size(), "842x595");
@@ -102,7 +102,7 @@ TEST_F(Pdf, OrientationFollowsTheGridUnlessAsked) {
     EXPECT_EQ(page_size(), "842x595");
 }
 
-TEST_F(Pdf, PaperIsTheOneAskedForOrTheCountrys) {
+TEST_F(Pdf, paperIsTheOneAskedForOrTheCountrys) {
     write(in, grid(80, 66));
     ASSERT_EQ(pdf(in, {QStringLiteral("--paper"), QStringLiteral("letter")}).status, 0);
     EXPECT_EQ(page_size(), "612x792");
@@ -113,7 +113,7 @@ TEST_F(Pdf, PaperIsTheOneAskedForOrTheCountrys) {
     EXPECT_EQ(page_size(), "612x792");
 }
 
-TEST_F(Pdf, TextIsAsLargeAsAskedWhereItFits) {
+TEST_F(Pdf, textIsAsLargeAsAskedWhereItFits) {
     const auto word_height = [this] {
         const QString text =
             QString::fromUtf8(run_program(QStringLiteral("pdftotext"),
@@ -136,7 +136,7 @@ TEST_F(Pdf, TextIsAsLargeAsAskedWhereItFits) {
     EXPECT_NEAR(word_height(), fitted, 0.5);
 }
 
-TEST_F(Pdf, MarginsAreThoseAskedFor) {
+TEST_F(Pdf, marginsAreThoseAskedFor) {
     const auto corner = [this] {
         const QString text =
             QString::fromUtf8(run_program(QStringLiteral("pdftotext"),
@@ -165,7 +165,7 @@ TEST_F(Pdf, MarginsAreThoseAskedFor) {
                             "pdf --help'\n");
 }
 
-TEST_F(Pdf, AMissingToolIsNamedWithItsPackage) {
+TEST_F(Pdf, aMissingToolIsNamedWithItsPackage) {
     environment_.insert(QStringLiteral("PATH"), tools_.path());
     write(in, small_report);
     write(out, "earlier");
@@ -174,7 +174,7 @@ TEST_F(Pdf, AMissingToolIsNamedWithItsPackage) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Pdf, AMachineWithoutFontsIsTold) {
+TEST_F(Pdf, aMachineWithoutFontsIsTold) {
     write(QStringLiteral("fonts.conf"),
           "<?xml version=\"1.0\"?><fontconfig><dir>/nonexistent</dir></fontconfig>");
     environment_.insert(QStringLiteral("FONTCONFIG_FILE"), path(QStringLiteral("fonts.conf")));
@@ -185,7 +185,7 @@ TEST_F(Pdf, AMachineWithoutFontsIsTold) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Pdf, AFailingToolLeavesTheEarlierFile) {
+TEST_F(Pdf, aFailingToolLeavesTheEarlierFile) {
     write(in, small_report);
     write(out, "earlier");
     struct Case {
@@ -209,7 +209,7 @@ TEST_F(Pdf, AFailingToolLeavesTheEarlierFile) {
     }
 }
 
-TEST_F(Pdf, TheToolGetsPlainNamesWhateverTheUsersAre) {
+TEST_F(Pdf, theToolGetsPlainNamesWhateverTheUsersAre) {
     stub_ps2pdf("echo \"$#:${1#\"$TMPDIR/\"}:${2#\"$TMPDIR/\"}\" > \"" +
                 QFile::encodeName(path(QStringLiteral("said"))) +
                 "\"; printf '%%PDF-1.4\\n%%%%EOF\\n' > \"$2\"");
@@ -225,7 +225,7 @@ TEST_F(Pdf, TheToolGetsPlainNamesWhateverTheUsersAre) {
     EXPECT_FALSE(exists(QStringLiteral("x")));
 }
 
-TEST_F(Pdf, AScratchDirectoryThatCannotBeMadeIsTold) {
+TEST_F(Pdf, aScratchDirectoryThatCannotBeMadeIsTold) {
     environment_.insert(QStringLiteral("TMPDIR"), QStringLiteral("/dev/null"));
     write(in, small_report);
     const Ended result = pdf(in);
@@ -237,7 +237,7 @@ TEST_F(Pdf, AScratchDirectoryThatCannotBeMadeIsTold) {
     EXPECT_FALSE(exists(out));
 }
 
-TEST_F(Pdf, InterruptionEndsTheToolAndLeavesTheEarlierFile) {
+TEST_F(Pdf, interruptionEndsTheToolAndLeavesTheEarlierFile) {
     const QString started = QStringLiteral("started");
     const QByteArray name = QFile::encodeName(path(started));
     stub_ps2pdf("sleep 3600 & echo $! > \"" + name + ".new\"; mv \"" + name + ".new\" \"" + name +
@@ -256,7 +256,7 @@ TEST_F(Pdf, InterruptionEndsTheToolAndLeavesTheEarlierFile) {
     }
 }
 
-TEST_F(Pdf, InterruptionWhilePaintingLeavesTheEarlierFile) {
+TEST_F(Pdf, interruptionWhilePaintingLeavesTheEarlierFile) {
     const QString painted = QStringLiteral("painted");
     stub_ps2pdf(": > \"" + QFile::encodeName(path(painted)) + "\"; exec sleep 3600");
     write(out, "earlier");
@@ -275,7 +275,7 @@ TEST_F(Pdf, InterruptionWhilePaintingLeavesTheEarlierFile) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Pdf, InterruptionLeavesNothingOfGhostscripts) {
+TEST_F(Pdf, interruptionLeavesNothingOfGhostscripts) {
     // Behind the pages it reads a program that does not end.
     stub_ps2pdf("{ cat \"$1\"; echo '{} loop'; } | /usr/bin/ps2pdf - \"$2\"");
     write(in, small_report.repeated(20));
@@ -289,7 +289,7 @@ TEST_F(Pdf, InterruptionLeavesNothingOfGhostscripts) {
     EXPECT_EQ(files(), QStringList{in});
 }
 
-TEST_F(Pdf, ATerminalIsToldThatAToolWorks) {
+TEST_F(Pdf, aTerminalIsToldThatAToolWorks) {
     const QString seen = QStringLiteral("seen");
     stub_ps2pdf("until [ -e \"" + QFile::encodeName(path(seen)) +
                 "\" ]; do sleep 0.1; done\nprintf '%%PDF-1.4\\n%%%%EOF\\n' > \"$2\"");
@@ -304,7 +304,7 @@ TEST_F(Pdf, ATerminalIsToldThatAToolWorks) {
     EXPECT_EQ(last.capturedLength(), 2 * last.capturedLength(1) + 3);
 }
 
-TEST_F(Pdf, ARelativeScratchDirectoryIsThatOfTheCaller) {
+TEST_F(Pdf, aRelativeScratchDirectoryIsThatOfTheCaller) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("scratch")));
     environment_.insert(QStringLiteral("TMPDIR"), QStringLiteral("scratch"));
     write(in, small_report);
@@ -313,7 +313,7 @@ TEST_F(Pdf, ARelativeScratchDirectoryIsThatOfTheCaller) {
     EXPECT_TRUE(QDir(path(QStringLiteral("scratch"))).isEmpty());
 }
 
-TEST_F(Pdf, AToolsStatusIsKnownThoughTheCallerIgnoresItsChildren) {
+TEST_F(Pdf, aToolsStatusIsKnownThoughTheCallerIgnoresItsChildren) {
     stub_ps2pdf("exit 4");
     write(in, small_report);
     const QString script = QStringLiteral("trap '' CHLD; exec \"$0\" pdf in.rpt out.pdf");

@@ -75,7 +75,7 @@ protected:
 
 } // namespace
 
-TEST_F(PdfExtras, AFormLiesBehindTheReport) {
+TEST_F(PdfExtras, aFormLiesBehindTheReport) {
     const Ended result = pdf({text("--form"), form});
     EXPECT_EQ(result.error, "");
     EXPECT_TRUE(words().contains(text("FORMWORD")));
@@ -85,7 +85,7 @@ TEST_F(PdfExtras, AFormLiesBehindTheReport) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(PdfExtras, AWatermarkStandsAtItsPlace) {
+TEST_F(PdfExtras, aWatermarkStandsAtItsPlace) {
     for (const QStringList& more : {QStringList{},
                                     {text("--watermark-front")},
                                     {text("--form"), form},
@@ -106,7 +106,7 @@ TEST_F(PdfExtras, AWatermarkStandsAtItsPlace) {
     }
 }
 
-TEST_F(PdfExtras, ALongWatermarkStandsWithinTheMargins) {
+TEST_F(PdfExtras, aLongWatermarkStandsWithinTheMargins) {
     const QString mark = QString(60, u'M');
     ASSERT_EQ(
         pdf({text("--watermark=") + mark, text("--watermark-angle=0"), text("--portrait")}).error,
@@ -121,7 +121,7 @@ TEST_F(PdfExtras, ALongWatermarkStandsWithinTheMargins) {
     EXPECT_LE(match.captured(2).toDouble(), 595 - 35);
 }
 
-TEST_F(PdfExtras, AWatermarkKeepsItsLettersAndMeansNothingToAShell) {
+TEST_F(PdfExtras, aWatermarkKeepsItsLettersAndMeansNothingToAShell) {
     const QString mark = QStringLiteral("Ä-é $(touch x) 'q'");
     EXPECT_EQ(
         pdf({text("--watermark"), mark, text("--watermark-angle=0"), text("--watermark-size=12")})
@@ -131,7 +131,7 @@ TEST_F(PdfExtras, AWatermarkKeepsItsLettersAndMeansNothingToAShell) {
     EXPECT_FALSE(exists(text("x")));
 }
 
-TEST_F(PdfExtras, HostileNamesAreOnlyNames) {
+TEST_F(PdfExtras, hostileNamesAreOnlyNames) {
     const QString odd = text("-a %d 'b' \"c\" $(touch x)");
     write(odd, small_report);
     ASSERT_TRUE(QFile::copy(path(form), path(odd + text(".form"))));
@@ -142,7 +142,7 @@ TEST_F(PdfExtras, HostileNamesAreOnlyNames) {
     EXPECT_FALSE(exists(text("x")));
 }
 
-TEST_F(PdfExtras, WhatIsNoFormIsToldAndLeavesTheEarlierFile) {
+TEST_F(PdfExtras, whatIsNoFormIsToldAndLeavesTheEarlierFile) {
     write(out, "earlier");
     write(text("text"), "no PDF\n");
     expect_failure(pdf({text("--form=text")}), "text: The form is not a PDF file");
@@ -158,7 +158,7 @@ TEST_F(PdfExtras, WhatIsNoFormIsToldAndLeavesTheEarlierFile) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(PdfExtras, AMissingPdftkIsNamedWithItsPackage) {
+TEST_F(PdfExtras, aMissingPdftkIsNamedWithItsPackage) {
     write(out, "earlier");
     stub_ps2pdf("exit 1");
     environment_.insert(text("PATH"), tools_.path());
@@ -169,7 +169,7 @@ TEST_F(PdfExtras, AMissingPdftkIsNamedWithItsPackage) {
     EXPECT_EQ(read(out), "earlier");
 }
 
-TEST_F(PdfExtras, InterruptionWhileTheWatermarkIsMadeLeavesTheEarlierFileAndNothingElse) {
+TEST_F(PdfExtras, interruptionWhileTheWatermarkIsMadeLeavesTheEarlierFileAndNothingElse) {
     const QString started = text("started");
     stub_ps2pdf("case \"$1\" in\n*watermark.ps) : >\"" + QFile::encodeName(path(started)) +
                 "\"; exec sleep 3600 ;;\nesac\nexec /usr/bin/ps2pdf \"$@\"");
@@ -185,7 +185,7 @@ TEST_F(PdfExtras, InterruptionWhileTheWatermarkIsMadeLeavesTheEarlierFileAndNoth
     EXPECT_EQ(taken_scratch_names(), QStringList());
 }
 
-TEST_F(PdfExtras, InterruptionWhileAnotherJobHasTheFixedNamesEndsTheWait) {
+TEST_F(PdfExtras, interruptionWhileAnotherJobHasTheFixedNamesEndsTheWait) {
     const NameLock other(job_lock_file);
     const Ended result = interrupt({text("pdf"), in, out, text("--watermark=MARK")}, SIGINT,
                                    [this] { return is_painted(); });
@@ -193,7 +193,7 @@ TEST_F(PdfExtras, InterruptionWhileAnotherJobHasTheFixedNamesEndsTheWait) {
     EXPECT_FALSE(exists(out));
 }
 
-TEST_F(PdfExtras, ATerminalIsToldThatAnotherJobIsWaitedFor) {
+TEST_F(PdfExtras, aTerminalIsToldThatAnotherJobIsWaitedFor) {
     NameLock other(job_lock_file);
     const Ended job = on_terminal({text("pdf"), in, out, text("--watermark=MARK")},
                                   "\rwaiting for another print job", [&] { other.release(); });
@@ -201,7 +201,7 @@ TEST_F(PdfExtras, ATerminalIsToldThatAnotherJobIsWaitedFor) {
     EXPECT_TRUE(exists(out));
 }
 
-TEST_F(PdfExtras, TwoWatermarksAtOnceAreBothRight) {
+TEST_F(PdfExtras, twoWatermarksAtOnceAreBothRight) {
     const QString both = text("for n in 1 2; do \"$0\" pdf in.rpt $n.pdf --watermark=MARK$n "
                               "--watermark-angle=0 & jobs=\"$jobs $!\"; done\n"
                               "for job in $jobs; do wait $job || exit 1; done");
@@ -213,7 +213,7 @@ TEST_F(PdfExtras, TwoWatermarksAtOnceAreBothRight) {
     EXPECT_FALSE(words(text("2.pdf")).contains(text("MARK1")));
 }
 
-TEST_F(PdfExtras, APrinterGivesFontSheetAndMargins) {
+TEST_F(PdfExtras, aPrinterGivesFontSheetAndMargins) {
     write(text("p.ini"), "[P]\nname=generic\nsize=8\npaper=Letter\norientation=landscape\n"
                          "margins=2,1,1.5,1\n");
     ASSERT_EQ(run({text("printers"), text("--settings=conf"), text("--make=p.ini")}).error, "");
@@ -230,7 +230,7 @@ TEST_F(PdfExtras, APrinterGivesFontSheetAndMargins) {
                    "Can not find report printer 'Q'");
 }
 
-TEST_F(PdfExtras, WrongUsageIsTold) {
+TEST_F(PdfExtras, wrongUsageIsTold) {
     for (const QStringList& options : {QStringList{text("--form=")},
                                        {text("--form=out.pdf")},
                                        {text("--printer=")},

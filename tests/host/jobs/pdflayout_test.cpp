@@ -37,7 +37,7 @@ QPointF counted(const host::PdfLayout& layout) {
 
 } // namespace
 
-TEST(PdfLayout, MarginsComeOutOnce) {
+TEST(PdfLayout, marginsComeOutOnce) {
     for (const auto& margins :
          {host::PageMargins{}, host::PageMargins{.top = 2, .left = 1.25, .bottom = 1, .right = 1.5},
           host::PageMargins{.top = 5, .left = 3, .bottom = 5, .right = 4},
@@ -57,7 +57,7 @@ TEST(PdfLayout, MarginsComeOutOnce) {
     }
 }
 
-TEST(PdfLayout, UsualMarginsAreThePrintersOwn) {
+TEST(PdfLayout, usualMarginsAreThePrintersOwn) {
     host::PdfLayout layout;
     ASSERT_TRUE(host::lay_out(setup_of(12, false), 80, 66, layout).ok());
     EXPECT_EQ(layout.corner, QPointF(300, 200));
@@ -68,14 +68,14 @@ TEST(PdfLayout, UsualMarginsAreThePrintersOwn) {
     EXPECT_EQ(layout.corner, QPointF(200, 300));
 }
 
-TEST(PdfLayout, WhatDoesNotFitIsMadeToFit) {
+TEST(PdfLayout, whatDoesNotFitIsMadeToFit) {
     host::PdfLayout layout;
     ASSERT_TRUE(host::lay_out(setup_of(1000, true), 80, 66, layout).ok());
     EXPECT_FALSE(layout.no_page_map);
     EXPECT_EQ(layout.record.font.point_size, 1000);
 }
 
-TEST(PdfLayout, FractionsOfPointsArePartsOfALargerSize) {
+TEST(PdfLayout, fractionsOfPointsArePartsOfALargerSize) {
     host::PdfLayout layout;
     ASSERT_TRUE(host::lay_out(setup_of(7.5, true), 40, 20, layout).ok());
     EXPECT_FALSE(layout.no_page_map);
@@ -83,7 +83,7 @@ TEST(PdfLayout, FractionsOfPointsArePartsOfALargerSize) {
     EXPECT_GT(layout.record.margins.right, 1);
 }
 
-TEST(PdfLayout, TheRecordDescribesAnOrdinaryPrinter) {
+TEST(PdfLayout, theRecordDescribesAnOrdinaryPrinter) {
     host::PageSetup setup = setup_of(10, true);
     setup.font.setItalic(true);
     setup.font.setBold(true);
@@ -101,7 +101,7 @@ TEST(PdfLayout, TheRecordDescribesAnOrdinaryPrinter) {
     EXPECT_NE(*layout.record.font.log_font.face_name, '\0');
 }
 
-TEST(PdfLayout, MarginsWithoutRoomAreWrongUsage) {
+TEST(PdfLayout, marginsWithoutRoomAreWrongUsage) {
     host::PdfLayout layout;
     EXPECT_EQ(
         host::lay_out(
@@ -111,7 +111,7 @@ TEST(PdfLayout, MarginsWithoutRoomAreWrongUsage) {
         host::Outcome::usage);
 }
 
-TEST(PdfLayout, ATurnedTextHasItsMiddleInTheCentre) {
+TEST(PdfLayout, aTurnedTextHasItsMiddleInTheCentre) {
     const auto expect_corner = [](double angle, QPointF corner) {
         const QPointF found = host::centred_corner({40, 20}, angle, {100, 100});
         EXPECT_NEAR(found.x(), corner.x(), 1e-9);

@@ -62,7 +62,7 @@ QByteArray numbered(int count) {
 
 } // namespace
 
-TEST_F(Print, TheSpoolerGetsTheReport) {
+TEST_F(Print, theSpoolerGetsTheReport) {
     stub_lp();
     const Ended result = print(on_laser);
     EXPECT_EQ(result.error, "");
@@ -74,14 +74,14 @@ TEST_F(Print, TheSpoolerGetsTheReport) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Print, CopiesAreThePagesAgain) {
+TEST_F(Print, copiesAreThePagesAgain) {
     write(in, numbered(2));
     stub_lp();
     EXPECT_EQ(print(on_laser + QStringList{text("--copies=3")}).error, "");
     EXPECT_EQ(pages(read(text("said.ps"))), 6);
 }
 
-TEST_F(Print, AServerJobsFileIsThePostScriptAndTheSetupFileStays) {
+TEST_F(Print, aServerJobsFileIsThePostScriptAndTheSetupFileStays) {
     const QByteArray setup = read(setup_file);
     write(in, numbered(2));
     const QString out = text("-o $(touch x).ps");
@@ -99,14 +99,14 @@ TEST_F(Print, AServerJobsFileIsThePostScriptAndTheSetupFileStays) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Print, AServerJobsFileMayBeAPipe) {
+TEST_F(Print, aServerJobsFileMayBeAPipe) {
     const Ended result = print(on_laser + QStringList{text("--server=/dev/stdout")});
     EXPECT_EQ(result.error, "");
     EXPECT_TRUE(result.out.startsWith("%!PS-"));
     EXPECT_EQ(pages(result.out), 1);
 }
 
-TEST_F(Print, AnUnknownPrinterIsTold) {
+TEST_F(Print, anUnknownPrinterIsTold) {
     write(text("out.ps"), "earlier");
     for (const char* id : {"NONE", "laser", "a 'b' $(touch x)", "-d"}) {
         const QStringList options{text("--printer=") + text(id)};
@@ -128,7 +128,7 @@ TEST_F(Print, AnUnknownPrinterIsTold) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Print, HostileNamesReachTheSpoolerAsTheyAre) {
+TEST_F(Print, hostileNamesReachTheSpoolerAsTheyAre) {
     const QString odd = text("-a %d 'b' \"c\" $(touch x)");
     write(odd, small_report);
     stub_lp();
@@ -138,13 +138,13 @@ TEST_F(Print, HostileNamesReachTheSpoolerAsTheyAre) {
     EXPECT_FALSE(exists(text("y")));
 }
 
-TEST_F(Print, AFailingSpoolerIsToldOnce) {
+TEST_F(Print, aFailingSpoolerIsToldOnce) {
     stub_lp("echo 'lp: no such queue' >&2; exit 3");
     expect_failure(print(on_laser), "lp failed with status 3: lp: no such queue");
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Print, AGenericPrinterGetsTextAndLeavesNothing) {
+TEST_F(Print, aGenericPrinterGetsTextAndLeavesNothing) {
     stub_lp();
     EXPECT_EQ(print({text("--printer=LINES")}).error, "");
     EXPECT_EQ(read(text("said")), "<-d>\n<Generic>\n");
@@ -152,7 +152,7 @@ TEST_F(Print, AGenericPrinterGetsTextAndLeavesNothing) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Print, AGenericPrinterGetsEachPageOnceWithItsColumnsInLine) {
+TEST_F(Print, aGenericPrinterGetsEachPageOnceWithItsColumnsInLine) {
     QByteArray report;
     for (const char* page : {"one", "two", "three"})
         report += "#!?PAGETOP 132,66\n" + QByteArray("iiii").leftJustified(124) + page + '\n' +
@@ -177,7 +177,7 @@ TEST_F(Print, AGenericPrinterGetsEachPageOnceWithItsColumnsInLine) {
                                   text("three"), text("next")}));
 }
 
-TEST_F(Print, ASetupFileThatIsNoFileIsTold) {
+TEST_F(Print, aSetupFileThatIsNoFileIsTold) {
     ASSERT_TRUE(QFile::remove(path(setup_file)));
     const QByteArray name = QFile::encodeName(path(setup_file));
     ASSERT_EQ(::mkfifo(name.constData(), 0600), 0);
@@ -187,7 +187,7 @@ TEST_F(Print, ASetupFileThatIsNoFileIsTold) {
     EXPECT_FALSE(exists(text("out.ps")));
 }
 
-TEST_F(Print, AFullScratchDirectoryIsNamed) {
+TEST_F(Print, aFullScratchDirectoryIsNamed) {
     write(in, numbered(3000));
     // The system then refuses a larger file, and the program hears of it as of a full disk.
     const QString script = text("trap '' XFSZ; ulimit -f 64; exec \"$0\" print --settings conf "
@@ -203,7 +203,7 @@ TEST_F(Print, AFullScratchDirectoryIsNamed) {
     EXPECT_EQ(scratch(), QStringList());
 }
 
-TEST_F(Print, ADescriptionMayComeFromAPipe) {
+TEST_F(Print, aDescriptionMayComeFromAPipe) {
     ASSERT_TRUE(QFile::remove(path(setup_file)));
     const QString script =
         text("cat printers.ini | \"$0\" printers --settings conf --make /dev/stdin");
@@ -214,7 +214,7 @@ TEST_F(Print, ADescriptionMayComeFromAPipe) {
     expect_failure(make(text("/")), "/: Is a directory");
 }
 
-TEST_F(Print, NamesThatAreNoTextAreTakenOrRefusedInWords) {
+TEST_F(Print, namesThatAreNoTextAreTakenOrRefusedInWords) {
     const QString script = text("mv printers.ini \"$(printf 'p\\377')\"; "
                                 "\"$0\" printers --settings conf --make \"$(printf 'p\\377')\" && "
                                 "\"$0\" printers --settings \"$(printf 'c\\377')\"");
@@ -226,7 +226,7 @@ TEST_F(Print, NamesThatAreNoTextAreTakenOrRefusedInWords) {
                    "/tmp/?/printman/PRTSETUP.BIN: The name is not valid in the locale's encoding");
 }
 
-TEST_F(Print, ASettingTurnsThePageMapOff) {
+TEST_F(Print, aSettingTurnsThePageMapOff) {
     const auto server = [this] {
         EXPECT_EQ(print(on_laser + QStringList{text("--server=o.ps")}).error, "");
         return read(text("o.ps"));
@@ -236,14 +236,14 @@ TEST_F(Print, ASettingTurnsThePageMapOff) {
     EXPECT_NE(server(), filled);
 }
 
-TEST_F(Print, ARelativePrintiniIsThatOfTheCaller) {
+TEST_F(Print, aRelativePrintiniIsThatOfTheCaller) {
     environment_.insert(text("PRTINI"), conf);
     stub_lp();
     EXPECT_EQ(run({text("print"), in, text("--printer=LASER")}).error, "");
     EXPECT_EQ(read(text("said")), "<-d>\n<laser queue>\n");
 }
 
-TEST_F(Print, InterruptionLeavesTheEarlierFile) {
+TEST_F(Print, interruptionLeavesTheEarlierFile) {
     const auto interrupted = [this](const QStringList& where) {
         return interrupt(QStringList{text("print"), text("--settings"), conf, in} + on_laser +
                              where,
@@ -265,7 +265,7 @@ TEST_F(Print, InterruptionLeavesTheEarlierFile) {
     EXPECT_EQ(read(text("out.ps")), "earlier");
 }
 
-TEST_F(Print, WrongUsageIsTold) {
+TEST_F(Print, wrongUsageIsTold) {
     for (const QStringList& options :
          {QStringList{}, QStringList{text("--printer=")},
           on_laser + QStringList{text("--copies=0")}, on_laser + QStringList{text("--copies=1000")},
@@ -280,7 +280,7 @@ TEST_F(Print, WrongUsageIsTold) {
     EXPECT_EQ(read(in), small_report);
 }
 
-TEST_F(Print, PrintersAreListed) {
+TEST_F(Print, printersAreListed) {
     Ended result = list();
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.out.count('\n'), 4);
@@ -300,7 +300,7 @@ TEST_F(Print, PrintersAreListed) {
     EXPECT_EQ(result.error.count('\n'), 1);
 }
 
-TEST_F(Print, AWrongDescriptionLeavesTheSetupFile) {
+TEST_F(Print, aWrongDescriptionLeavesTheSetupFile) {
     const QByteArray setup = read(setup_file);
     write(text("bad.ini"), "[A]\nname=a\nsize=huge\n");
     expect_failure(make(text("bad.ini")),

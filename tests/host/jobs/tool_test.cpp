@@ -18,7 +18,7 @@ QByteArray message(const QString& script) {
 
 } // namespace
 
-TEST(Tool, TheEndIsTold) {
+TEST(Tool, theEndIsTold) {
     EXPECT_EQ(host::describe({.name = "t", .status = 3, .killed = false, .output = {}}),
               "t failed with status 3");
     EXPECT_EQ(host::describe({.name = "t",
@@ -41,11 +41,11 @@ TEST(Tool, TheEndIsTold) {
         200 + 22 + 2);
 }
 
-TEST(Tool, RunsInItsDirectoryWithoutInput) {
+TEST(Tool, runsInItsDirectoryWithoutInput) {
     EXPECT_EQ(message(QStringLiteral("test \"$(pwd)\" = / && ! read line")), "");
 }
 
-TEST(Tool, FailuresAreTold) {
+TEST(Tool, failuresAreTold) {
     EXPECT_EQ(message(QStringLiteral("exit 7")), "sh failed with status 7");
     EXPECT_EQ(message(QStringLiteral("echo why >&2; exit 1")), "sh failed with status 1: why");
     EXPECT_EQ(message(QStringLiteral("kill -TERM $$")), "sh was ended by signal 15");
@@ -54,18 +54,18 @@ TEST(Tool, FailuresAreTold) {
         "tool cannot be run:");
 }
 
-TEST(Tool, MuchOutputDoesNotBlock) {
+TEST(Tool, muchOutputDoesNotBlock) {
     EXPECT_EQ(message(QStringLiteral("head -c 3000000 /dev/zero; exit 0")), "");
 }
 
-TEST(Tool, StatusesAreKnownWhereChildrenAreIgnored) {
+TEST(Tool, statusesAreKnownWhereChildrenAreIgnored) {
     std::signal(SIGCHLD, SIG_IGN);
     EXPECT_EQ(message(QStringLiteral("exit 7")), "sh failed with status 7");
     EXPECT_EQ(message(QStringLiteral("true")), "");
     EXPECT_EQ(std::signal(SIGCHLD, SIG_DFL), SIG_IGN);
 }
 
-TEST(Tool, EndsWhenWhoeverWaitsHasEnough) {
+TEST(Tool, endsWhenWhoeverWaitsHasEnough) {
     int asked = 0;
     const host::Outcome ended = host::run_tool(
         QStringLiteral("/bin/sh"), {QStringLiteral("-c"), QStringLiteral("sleep 3600")},
@@ -74,7 +74,7 @@ TEST(Tool, EndsWhenWhoeverWaitsHasEnough) {
     EXPECT_EQ(asked, 3);
 }
 
-TEST(Interrupts, WakeWhoeverWaits) {
+TEST(Interrupts, wakeWhoeverWaits) {
     const auto job = [] {
         std::array<int, 2> ends{};
         if (::pipe2(ends.data(), O_NONBLOCK) != 0)
@@ -88,7 +88,7 @@ TEST(Interrupts, WakeWhoeverWaits) {
     EXPECT_EXIT(job(), testing::ExitedWithCode(7), "^$");
 }
 
-TEST(Interrupts, AreNotedWhileAJobAsks) {
+TEST(Interrupts, areNotedWhileAJobAsks) {
     const auto job = [] {
         host::catch_interrupts();
         const bool before = host::interrupted();
@@ -98,7 +98,7 @@ TEST(Interrupts, AreNotedWhileAJobAsks) {
     EXPECT_EXIT(job(), testing::ExitedWithCode(7), "^$");
 }
 
-TEST(Interrupts, EndTheProgramWhileNothingAsks) {
+TEST(Interrupts, endTheProgramWhileNothingAsks) {
     const auto job = [](bool early) {
         host::catch_interrupts();
         if (early)
@@ -111,7 +111,7 @@ TEST(Interrupts, EndTheProgramWhileNothingAsks) {
     EXPECT_EXIT(job(true), testing::ExitedWithCode(1), "^printman: interrupted\n$");
 }
 
-TEST(Interrupts, StayIgnoredWhereTheCallerIgnoresThem) {
+TEST(Interrupts, stayIgnoredWhereTheCallerIgnoresThem) {
     const auto job = [] {
         std::signal(SIGHUP, SIG_IGN);
         host::catch_interrupts();

@@ -55,18 +55,18 @@ PrintDest full_record() {
 
 } // namespace
 
-TEST_F(Destination, TheFirstRecordGoesToTheScreenWithTheStationsPrinter) {
+TEST_F(Destination, theFirstRecordGoesToTheScreenWithTheStationsPrinter) {
     EXPECT_TRUE(same(read(), first_record()));
 }
 
-TEST_F(Destination, WhatIsKeptComesBackToTheByte) {
+TEST_F(Destination, whatIsKeptComesBackToTheByte) {
     ASSERT_TRUE(host::keep_destination(settings_, full_record()));
     EXPECT_TRUE(same(read(), full_record()));
     ASSERT_TRUE(host::keep_destination(settings_, first_record()));
     EXPECT_TRUE(same(read(), first_record()));
 }
 
-TEST_F(Destination, ItIsKeptInWordsAndTheRestOfTheFileStays) {
+TEST_F(Destination, itIsKeptInWordsAndTheRestOfTheFileStays) {
     testsupport::write_file(file(), "; mine\n[env]\nTMPDIR=/tmp\n");
     PrintDest record = first_record();
     record.dest = 3;
@@ -78,12 +78,12 @@ TEST_F(Destination, ItIsKeptInWordsAndTheRestOfTheFileStays) {
               "PATH=/home/me/out.txt\nNO_PAGE_FMT=no\n");
 }
 
-TEST_F(Destination, APrinterThatWasClearedStaysCleared) {
+TEST_F(Destination, aPrinterThatWasClearedStaysCleared) {
     write("PRT_ID=\n");
     EXPECT_STREQ(read().prt_id, "");
 }
 
-TEST_F(Destination, WhatMakesNoSenseIsAsInTheFirstRecord) {
+TEST_F(Destination, whatMakesNoSenseIsAsInTheFirstRecord) {
     write("DEST=nowhere\nSERVER_PRINT=1\nCOPIES=0\nCOLLATE=\nPRT_ID=" + QByteArray(131, 'p') +
           "\nPATH=" + QByteArray(100000, '/') + "\nSEL_PRT_FONT=\xff\nNO_PAGE_FMT=-\n");
     EXPECT_TRUE(same(read(), first_record()));
@@ -95,13 +95,13 @@ TEST_F(Destination, WhatMakesNoSenseIsAsInTheFirstRecord) {
     EXPECT_TRUE(same(read(), first_record()));
 }
 
-TEST_F(Destination, TextsFillTheirFieldsAndNoMore) {
+TEST_F(Destination, textsFillTheirFieldsAndNoMore) {
     write("PRT_ID=" + QByteArray(130, 'p') + "\nPATH=" + QByteArray(268, '/') + "\n");
     EXPECT_EQ(std::strlen(read().prt_id), 130U);
     EXPECT_EQ(std::strlen(read().path), 268U);
 }
 
-TEST_F(Destination, ARecordWithoutTerminatorsIsKeptWithinItsFields) {
+TEST_F(Destination, aRecordWithoutTerminatorsIsKeptWithinItsFields) {
     PrintDest record{};
     std::memset(&record, 'x', sizeof record);
     ASSERT_TRUE(host::keep_destination(settings_, record));
@@ -111,13 +111,13 @@ TEST_F(Destination, ARecordWithoutTerminatorsIsKeptWithinItsFields) {
     EXPECT_STREQ(read().path, "");
 }
 
-TEST_F(Destination, TheEnvironmentDoesNotSayWhereAReportGoes) {
+TEST_F(Destination, theEnvironmentDoesNotSayWhereAReportGoes) {
     const testsupport::EnvironmentGuard destination("DEST", "file");
     EXPECT_EQ(read().dest, 1);
     EXPECT_STREQ(read().path, "");
 }
 
-TEST_F(Destination, TheStationIsTheHostUnlessASettingNamesIt) {
+TEST_F(Destination, theStationIsTheHostUnlessASettingNamesIt) {
     const testsupport::EnvironmentGuard none("STATION", "");
     EXPECT_EQ(host::station_key(settings_), QFile::encodeName(QSysInfo::machineHostName()));
     testsupport::write_file(file(), "[env]\nSTATION = till 3\n");

@@ -35,7 +35,7 @@ constexpr const char* laser = "[LASER]\nname=laser1\nfont=Courier\nstyle=Bold\ns
 
 } // namespace
 
-TEST_F(HostPrinterLists, WithoutFilesThereIsNoPrinterAndNoFault) {
+TEST_F(HostPrinterLists, withoutFilesThereIsNoPrinterAndNoFault) {
     EXPECT_TRUE(read().empty());
     EXPECT_EQ(read().errors, QList<QByteArray>());
     write("dlwserver.ini", "");
@@ -46,7 +46,7 @@ TEST_F(HostPrinterLists, WithoutFilesThereIsNoPrinterAndNoFault) {
     EXPECT_EQ(read().errors, QList<QByteArray>());
 }
 
-TEST_F(HostPrinterLists, TheLibraryGetsDefinedPrintersAsItsDialogShowsThem) {
+TEST_F(HostPrinterLists, theLibraryGetsDefinedPrintersAsItsDialogShowsThem) {
     write("dlwserver.ini", QByteArray(laser) + "[B]\nname=b\n");
     CPrintMan manager;
     read().hand_to(manager);
@@ -74,7 +74,7 @@ TEST_F(HostPrinterLists, TheLibraryGetsDefinedPrintersAsItsDialogShowsThem) {
     EXPECT_EQ(manager.next_win_printer(&printer), 0);
 }
 
-TEST_F(HostPrinterLists, TheLibraryGetsTheQueuesOfTheSystem) {
+TEST_F(HostPrinterLists, theLibraryGetsTheQueuesOfTheSystem) {
     write("dlwunix.ini", "[Front]\r\nport = front_desk\r\nDescription=By the door\r\n"
                          "page_length=66\r\nfirst_line=1\r\nlast_line=60\r\n[Back]\r\n");
     CPrintMan manager;
@@ -94,7 +94,7 @@ TEST_F(HostPrinterLists, TheLibraryGetsTheQueuesOfTheSystem) {
     EXPECT_EQ(manager.next_unix_printer(&printer), 0);
 }
 
-TEST_F(HostPrinterLists, TextsAreCutToTheirFieldsAndTheQueueIsUsedWhole) {
+TEST_F(HostPrinterLists, textsAreCutToTheirFieldsAndTheQueueIsUsedWhole) {
     const QByteArray queue(127, 'q');
     write("dlwunix.ini", '[' + QByteArray(500, 'i') + "]\nport=" + queue +
                              "\ndescription=" + QByteArray(10000, 'd') + '\n');
@@ -109,7 +109,7 @@ TEST_F(HostPrinterLists, TextsAreCutToTheirFieldsAndTheQueueIsUsedWhole) {
     EXPECT_EQ(printer->queue, queue);
 }
 
-TEST_F(HostPrinterLists, FaultsAreToldWithTheirLineAndTheListIsEmpty) {
+TEST_F(HostPrinterLists, faultsAreToldWithTheirLineAndTheListIsEmpty) {
     const auto of_local = [this](const QByteArray& text) {
         write("dlwunix.ini", text);
         return fault();
@@ -130,7 +130,7 @@ TEST_F(HostPrinterLists, FaultsAreToldWithTheirLineAndTheListIsEmpty) {
     EXPECT_TRUE(fault().startsWith("dlwserver.ini:3: paper needs "));
 }
 
-TEST_F(HostPrinterLists, AFileThatIsNoListIsToldAtOnce) {
+TEST_F(HostPrinterLists, aFileThatIsNoListIsToldAtOnce) {
     QByteArray sections;
     for (int i = 0; i <= 1000; ++i)
         sections += '[' + QByteArray::number(i) + "]\n";
@@ -143,7 +143,7 @@ TEST_F(HostPrinterLists, AFileThatIsNoListIsToldAtOnce) {
     EXPECT_EQ(fault(), "dlwunix.ini: Is a directory");
 }
 
-TEST_F(HostPrinterLists, OneListsFaultLeavesTheOther) {
+TEST_F(HostPrinterLists, oneListsFaultLeavesTheOther) {
     write("dlwserver.ini", laser);
     write("dlwunix.ini", "[A\n");
     const host::HostPrinters printers = read();
@@ -151,7 +151,7 @@ TEST_F(HostPrinterLists, OneListsFaultLeavesTheOther) {
     EXPECT_EQ(printers.errors.size(), 1);
 }
 
-TEST_F(HostPrinterLists, AServerPrinterIsFoundWithItsQueueAndItsSheet) {
+TEST_F(HostPrinterLists, aServerPrinterIsFoundWithItsQueueAndItsSheet) {
     write("dlwserver.ini", laser);
     const auto defined = host::find_server_printer(read(), "LASER");
     ASSERT_TRUE(defined);
@@ -172,7 +172,7 @@ TEST_F(HostPrinterLists, AServerPrinterIsFoundWithItsQueueAndItsSheet) {
     EXPECT_FALSE(host::find_server_printer(read(), ""));
 }
 
-TEST_F(HostPrinterLists, TheExamplesAreRight) {
+TEST_F(HostPrinterLists, theExamplesAreRight) {
     const host::Settings examples(PRINTMAN_SOURCE_DIR "/examples");
     const host::HostPrinters printers = host::HostPrinters::read(examples);
     EXPECT_EQ(printers.errors, QList<QByteArray>());

@@ -17,7 +17,7 @@ QByteArray fault(const QByteArray& text) {
 
 } // namespace
 
-TEST(PrinterDescription, EveryKeyIsTaken) {
+TEST(PrinterDescription, everyKeyIsTaken) {
     Records records;
     ASSERT_EQ(host::read_printers("; comment\r\n[A 1]\r\n NAME = laser one \r\nfont=Mono\n"
                                   "style=Bold\nsize=9\nweight=63\nitalic=yes\nunderline=1\n"
@@ -58,7 +58,7 @@ TEST(PrinterDescription, EveryKeyIsTaken) {
     EXPECT_EQ(b.page.use_default_page_length, 0);
 }
 
-TEST(PrinterDescription, FaultsAreToldWithTheirLine) {
+TEST(PrinterDescription, faultsAreToldWithTheirLine) {
     struct Case {
         QByteArray text;
         QByteArray told;
@@ -100,7 +100,7 @@ TEST(PrinterDescription, FaultsAreToldWithTheirLine) {
         EXPECT_EQ(fault(c.text).toStdString(), c.told.toStdString());
 }
 
-TEST(PrinterDescription, AByteOrderMarkIsNoText) {
+TEST(PrinterDescription, aByteOrderMarkIsNoText) {
     Records records;
     EXPECT_EQ(host::read_printers("\xef\xbb\xbf[A]\nname=a\nfirst_line=7\n", "f", records).message,
               "");
@@ -108,7 +108,7 @@ TEST(PrinterDescription, AByteOrderMarkIsNoText) {
     EXPECT_STREQ(records[0].printer_id, "A");
 }
 
-TEST(PrinterDescription, TheExampleIsRight) {
+TEST(PrinterDescription, theExampleIsRight) {
     QFile file(QStringLiteral(PRINTMAN_SOURCE_DIR "/examples/printers.ini"));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     Records records;
@@ -116,12 +116,12 @@ TEST(PrinterDescription, TheExampleIsRight) {
     EXPECT_EQ(records.size(), 3);
 }
 
-TEST(PrinterTable, ColumnsAreAsWideAsATerminalShowsThem) {
+TEST(PrinterTable, columnsAreAsWideAsATerminalShowsThem) {
     EXPECT_EQ(host::aligned_table({{"e\xcc\x81", "x"}, {"\xe5\xad\x97", "y"}, {"abc", "z"}}, {}),
               "e\xcc\x81    x\n\xe5\xad\x97   y\nabc  z\n");
 }
 
-TEST(PrinterTable, WhatATerminalWouldObeyOrCannotShowIsReplaced) {
+TEST(PrinterTable, whatATerminalWouldObeyOrCannotShowIsReplaced) {
     EXPECT_EQ(host::aligned_table({{"a\xc2\x9b"
                                     "31mb"},
                                    {"\xff"
@@ -131,7 +131,7 @@ TEST(PrinterTable, WhatATerminalWouldObeyOrCannotShowIsReplaced) {
               "a?31mb\n?c?\n\xc3\xa4??\n");
 }
 
-TEST(PrinterTable, ColumnsAreAlignedAndControlBytesHarmless) {
+TEST(PrinterTable, columnsAreAlignedAndControlBytesHarmless) {
     EXPECT_EQ(
         host::aligned_table({{"ID", "N", "LAST"}, {"\xc3\xa4", "10", "x"}, {"a\nb", "9", ""}}, {1}),
         "ID    N  LAST\n\xc3\xa4    10  x\na?b   9\n");

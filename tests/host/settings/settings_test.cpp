@@ -36,7 +36,7 @@ protected:
 
 } // namespace
 
-TEST(IniFile, FindsValues) {
+TEST(IniFile, findsValues) {
     const IniFile ini("; comment\nLOOSE=1\n[env]\n TMPDIR = /var/tmp \n# TMPDIR=/no\nEMPTY=\n"
                       "[Color]\r\nKRV_COLOR_SBG=1,2,3\r\n[ENV]\nTMPDIR=/second\nlate=yes\nA=B=C");
     EXPECT_EQ(ini.value("env", "TMPDIR"), QByteArray("/var/tmp"));
@@ -50,7 +50,7 @@ TEST(IniFile, FindsValues) {
     EXPECT_EQ(ini.value("none", "TMPDIR"), std::nullopt);
 }
 
-TEST(IniFile, HostileBytesDoNoHarm) {
+TEST(IniFile, hostileBytesDoNoHarm) {
     for (const QByteArray& bytes :
          {QByteArray(), QByteArray("["), QByteArray("[env"), QByteArray("="), QByteArray("\0", 1),
           QByteArray(100000, 'x'), QByteArray("[env]\n") + QByteArray(100000, '='),
@@ -64,7 +64,7 @@ TEST(IniFile, HostileBytesDoNoHarm) {
     EXPECT_EQ(zero.value("env", "L"), QByteArray("\xe9"));
 }
 
-TEST(IniFile, SettingChangesOneLineAlone) {
+TEST(IniFile, settingChangesOneLineAlone) {
     struct Case {
         QByteArray before;
         const char* section;
@@ -93,7 +93,7 @@ TEST(IniFile, SettingChangesOneLineAlone) {
     }
 }
 
-TEST(IniFile, WhatNoLineCanHoldIsRefused) {
+TEST(IniFile, whatNoLineCanHoldIsRefused) {
     const QByteArray before("[env]\nK=1\n");
     IniFile ini(before);
     EXPECT_FALSE(ini.set("env", "", "v"));
@@ -109,7 +109,7 @@ TEST(IniFile, WhatNoLineCanHoldIsRefused) {
     EXPECT_EQ(ini.bytes(), before);
 }
 
-TEST_F(SettingsFiles, TheEnvironmentWinsOverTheFile) {
+TEST_F(SettingsFiles, theEnvironmentWinsOverTheFile) {
     write_file(path("dlwmenu.ini"), "[env]\nPRINTMAN_TEST_KEY=file\n");
     EXPECT_STREQ(GetEnv("PRINTMAN_TEST_KEY", "dlwmenu.ini", "env"), "file");
     qputenv("PRINTMAN_TEST_KEY", "");
@@ -119,20 +119,20 @@ TEST_F(SettingsFiles, TheEnvironmentWinsOverTheFile) {
     qunsetenv("PRINTMAN_TEST_KEY");
 }
 
-TEST_F(SettingsFiles, WhatIsSetNowhereIsNull) {
+TEST_F(SettingsFiles, whatIsSetNowhereIsNull) {
     EXPECT_EQ(GetEnv("PRINTMAN_TEST_KEY", "dlwmenu.ini", "env"), nullptr);
     EXPECT_EQ(GetEnv(nullptr, "dlwmenu.ini", "env"), nullptr);
     EXPECT_EQ(GetEnv("PRINTMAN_TEST_KEY", nullptr, nullptr), nullptr);
     EXPECT_EQ(GetEnv("", "", ""), nullptr);
 }
 
-TEST_F(SettingsFiles, PrtiniIsTheSettingsDirectoryUnlessSet) {
+TEST_F(SettingsFiles, prtiniIsTheSettingsDirectoryUnlessSet) {
     EXPECT_EQ(QFile::decodeName(GetEnv("PRTINI", "dlwmenu.ini", "env")), directory_.path());
     write_file(path("dlwmenu.ini"), "[env]\nPRTINI=/etc/printers\n");
     EXPECT_STREQ(GetEnv("PRTINI", "dlwmenu.ini", "env"), "/etc/printers");
 }
 
-TEST_F(SettingsFiles, SetEnvMakesFileAndDirectory) {
+TEST_F(SettingsFiles, setEnvMakesFileAndDirectory) {
     host::host_settings() =
         host::Settings(QFile::encodeName(directory_.filePath(QStringLiteral("new/deep"))));
     EXPECT_EQ(SetEnv("NOPAGEMAP=yes", "dlwmenu.ini", "env", 1), 1);
@@ -140,7 +140,7 @@ TEST_F(SettingsFiles, SetEnvMakesFileAndDirectory) {
     EXPECT_STREQ(GetEnv("NOPAGEMAP", "dlwmenu.ini", "env"), "yes");
 }
 
-TEST_F(SettingsFiles, SetEnvKeepsEverythingElse) {
+TEST_F(SettingsFiles, setEnvKeepsEverythingElse) {
     const QByteArray rest = "; my notes\n\n[color]\nKRV_COLOR_SBG=1,2,3\n???\n";
     write_file(path("dlwmenu.ini"), rest);
     QFile::setPermissions(path("dlwmenu.ini"), QFileDevice::ReadOwner | QFileDevice::WriteOwner |
@@ -153,7 +153,7 @@ TEST_F(SettingsFiles, SetEnvKeepsEverythingElse) {
     EXPECT_EQ(QDir(directory_.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
-TEST_F(SettingsFiles, SetEnvFollowsALink) {
+TEST_F(SettingsFiles, setEnvFollowsALink) {
     write_file(path("real.ini"), "[env]\n");
     ASSERT_TRUE(QFile::link(QStringLiteral("real.ini"), path("dlwmenu.ini")));
     EXPECT_EQ(SetEnv("K=v", "dlwmenu.ini", "env", 1), 1);
@@ -161,7 +161,7 @@ TEST_F(SettingsFiles, SetEnvFollowsALink) {
     EXPECT_EQ(QFile::symLinkTarget(path("dlwmenu.ini")), path("real.ini"));
 }
 
-TEST_F(SettingsFiles, SetEnvFailuresAnswerZero) {
+TEST_F(SettingsFiles, setEnvFailuresAnswerZero) {
     EXPECT_EQ(SetEnv(nullptr, "dlwmenu.ini", "env", 1), 0);
     EXPECT_EQ(SetEnv("no equals sign", "dlwmenu.ini", "env", 1), 0);
     EXPECT_EQ(SetEnv("=v", "dlwmenu.ini", "env", 1), 0);
@@ -174,7 +174,7 @@ TEST_F(SettingsFiles, SetEnvFailuresAnswerZero) {
     EXPECT_FALSE(QFile::exists(path("dlwmenu.ini")));
 }
 
-TEST_F(SettingsFiles, ProfileStringsFitTheirBuffer) {
+TEST_F(SettingsFiles, profileStringsFitTheirBuffer) {
     write_file(path("dlwprt.ini"), "[printer]\nstation1=LASER-EAST\n");
     std::array<char, 16> buffer{};
     EXPECT_EQ(GetPrivateProfileString("printer", "station1", "", buffer.data(), 16, "dlwprt.ini"),
@@ -196,7 +196,7 @@ TEST_F(SettingsFiles, ProfileStringsFitTheirBuffer) {
     EXPECT_STREQ(buffer.data(), "");
 }
 
-TEST_F(SettingsFiles, ProfileStringsOfNothing) {
+TEST_F(SettingsFiles, profileStringsOfNothing) {
     std::array<char, 4> buffer{'a', 'b', 'c', '\0'};
     EXPECT_EQ(GetPrivateProfileString("s", "k", "d", nullptr, 4, "f"), 0);
     EXPECT_EQ(GetPrivateProfileString("s", "k", "d", buffer.data(), 0, "f"), 0);
@@ -208,7 +208,7 @@ TEST_F(SettingsFiles, ProfileStringsOfNothing) {
     EXPECT_STREQ(buffer.data(), "");
 }
 
-TEST_F(SettingsFiles, Colours) {
+TEST_F(SettingsFiles, colours) {
     const auto colour = [](const char* key) {
         host::Colour c;
         GetRGB(key, &c.red, &c.green, &c.blue);
@@ -229,7 +229,7 @@ TEST_F(SettingsFiles, Colours) {
         EXPECT_EQ(host::parse_colour(malformed), std::nullopt) << malformed;
 }
 
-TEST_F(SettingsFiles, SeveralValuesAreKeptInOneStep) {
+TEST_F(SettingsFiles, severalValuesAreKeptInOneStep) {
     write_file(path("dlwmenu.ini"), "[a]\nK=1\n");
     host::Settings& settings = host::host_settings();
     EXPECT_TRUE(settings.keep("dlwmenu.ini", "a", {{"K", "2"}, {"L", "3"}}));
@@ -240,7 +240,7 @@ TEST_F(SettingsFiles, SeveralValuesAreKeptInOneStep) {
     EXPECT_FALSE(settings.has_unstored());
 }
 
-TEST_F(SettingsFiles, WhatCannotBeStoredCountsUntilItIs) {
+TEST_F(SettingsFiles, whatCannotBeStoredCountsUntilItIs) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("dlwmenu.ini")));
     EXPECT_EQ(SetEnv("PRINTMAN_TEST_KEY=mine", "dlwmenu.ini", "env", 1), 0);
     EXPECT_EQ(SetEnv("KRV_COLOR_SBG=1,2,3", "dlwmenu.ini", "color", 1), 0);
@@ -259,7 +259,7 @@ TEST_F(SettingsFiles, WhatCannotBeStoredCountsUntilItIs) {
     EXPECT_EQ(host::host_settings().colour("KRV_COLOR_SBG"), (host::Colour{4, 5, 6}));
 }
 
-TEST_F(SettingsFiles, AnAssumedValueCountsUntilItIsForgotten) {
+TEST_F(SettingsFiles, anAssumedValueCountsUntilItIsForgotten) {
     write_file(path("dlwmenu.ini"), "[a]\nK=1\n");
     host::Settings& settings = host::host_settings();
     settings.assume("dlwmenu.ini", "a", {{"K", "2"}, {"L", ""}});
@@ -270,7 +270,7 @@ TEST_F(SettingsFiles, AnAssumedValueCountsUntilItIsForgotten) {
     EXPECT_EQ(settings.value("dlwmenu.ini", "a", "L"), std::nullopt);
 }
 
-TEST_F(SettingsFiles, WhatIsNoSettingsFileIsMissing) {
+TEST_F(SettingsFiles, whatIsNoSettingsFileIsMissing) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("dlwmenu.ini")));
     EXPECT_EQ(GetEnv("PRINTMAN_TEST_KEY", "dlwmenu.ini", "env"), nullptr);
     EXPECT_EQ(GetEnv("PRINTMAN_TEST_KEY", "/dev/zero", "env"), nullptr);
@@ -280,7 +280,7 @@ TEST_F(SettingsFiles, WhatIsNoSettingsFileIsMissing) {
     EXPECT_EQ(SetEnv("K=v", "pipe", "env", 1), 0);
 }
 
-TEST(SettingsDirectory, FollowsTheEnvironment) {
+TEST(SettingsDirectory, followsTheEnvironment) {
     const QByteArray home = qgetenv("HOME");
     const QByteArray config = qgetenv("XDG_CONFIG_HOME");
     qputenv("HOME", "/home/someone");

@@ -41,7 +41,7 @@ protected:
 
 } // namespace
 
-TEST_F(Viewer, ShowsTheFirstPageAndSaysWhichItIs) {
+TEST_F(Viewer, showsTheFirstPageAndSaysWhichItIs) {
     open();
     EXPECT_EQ(window_->windowTitle(), QStringLiteral("three.rpt \u2013 printman"));
     EXPECT_EQ(page_box(), QStringLiteral("1 of 3"));
@@ -51,7 +51,7 @@ TEST_F(Viewer, ShowsTheFirstPageAndSaysWhichItIs) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(Viewer, KeysTurnPages) {
+TEST_F(Viewer, keysTurnPages) {
     open();
     const auto press = [this](Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(&screen(), key, modifiers);
@@ -67,7 +67,7 @@ TEST_F(Viewer, KeysTurnPages) {
     EXPECT_EQ(status(), QStringLiteral("80 x 30, 3 pages | Page 1"));
 }
 
-TEST_F(Viewer, ActionsTellTheTruth) {
+TEST_F(Viewer, actionsTellTheTruth) {
     open();
     const auto enabled = [this] {
         QByteArray list;
@@ -94,7 +94,7 @@ TEST_F(Viewer, ActionsTellTheTruth) {
     EXPECT_EQ(enabled(), "11001010");
 }
 
-TEST_F(Viewer, ATypedNumberTurnsToThatPage) {
+TEST_F(Viewer, aTypedNumberTurnsToThatPage) {
     open();
     type_page("3");
     EXPECT_EQ(page_box(), QStringLiteral("3 of 3"));
@@ -103,7 +103,7 @@ TEST_F(Viewer, ATypedNumberTurnsToThatPage) {
     EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
 }
 
-TEST_F(Viewer, ANumberOfNoPageIsToldAndMayBeTypedAgain) {
+TEST_F(Viewer, aNumberOfNoPageIsToldAndMayBeTypedAgain) {
     open();
     for (const char* wrong : {"4", "0", "x", "99999999999"}) {
         type_page(wrong);
@@ -118,7 +118,7 @@ TEST_F(Viewer, ANumberOfNoPageIsToldAndMayBeTypedAgain) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(Viewer, CtrlAndTheWheelZoomByWholeNotches) {
+TEST_F(Viewer, ctrlAndTheWheelZoomByWholeNotches) {
     open();
     const int width = screen().width();
     wheel(120);
@@ -134,7 +134,7 @@ TEST_F(Viewer, CtrlAndTheWheelZoomByWholeNotches) {
     EXPECT_LT(screen().width(), width);
 }
 
-TEST_F(Viewer, KeysZoom) {
+TEST_F(Viewer, keysZoom) {
     open();
     const auto press = [this](Qt::Key key, Qt::KeyboardModifiers more = {}) {
         QTest::keyClick(&screen(), key, Qt::ControlModifier | more);
@@ -150,7 +150,7 @@ TEST_F(Viewer, KeysZoom) {
     EXPECT_EQ(press(Qt::Key_0), QStringLiteral("100%"));
 }
 
-TEST_F(Viewer, AFittedPageFollowsTheWindow) {
+TEST_F(Viewer, aFittedPageFollowsTheWindow) {
     open();
     auto* box = window_->findChild<host::ZoomBox*>();
     box->setFocus();
@@ -165,7 +165,7 @@ TEST_F(Viewer, AFittedPageFollowsTheWindow) {
     EXPECT_LE(screen().height(), window_->view()->height());
 }
 
-TEST_F(Viewer, KeysScroll) {
+TEST_F(Viewer, keysScroll) {
     open();
     action("zoom_in").trigger();
     vertical().setValue(0);
@@ -183,7 +183,7 @@ TEST_F(Viewer, KeysScroll) {
     EXPECT_EQ(vertical().value(), 0);
 }
 
-TEST_F(Viewer, TheStatusBarFollowsTheSelection) {
+TEST_F(Viewer, theStatusBarFollowsTheSelection) {
     open();
     const QFontMetrics metrics(screen().font());
     const int line = metrics.height();
@@ -201,7 +201,7 @@ TEST_F(Viewer, TheStatusBarFollowsTheSelection) {
     EXPECT_FALSE(action("copy").isEnabled());
 }
 
-TEST_F(Viewer, ADroppedFileIsOpened) {
+TEST_F(Viewer, aDroppedFileIsOpened) {
     open();
     write("two.rpt", report(2));
     QMimeData data;
@@ -221,7 +221,7 @@ TEST_F(Viewer, ADroppedFileIsOpened) {
     EXPECT_FALSE(foreign.isAccepted());
 }
 
-TEST_F(Viewer, TheHelpListsTheKeys) {
+TEST_F(Viewer, theHelpListsTheKeys) {
     open();
     QTest::keyClick(&screen(), Qt::Key_F1);
     auto* help = window_->findChild<host::HelpWindow*>();

@@ -59,7 +59,7 @@ QFont mono(int points, int weight = 50, bool italic = false) {
 
 } // namespace
 
-TEST_F(ViewerDestination, NothingHappensWhenTheDialogIsCancelled) {
+TEST_F(ViewerDestination, nothingHappensWhenTheDialogIsCancelled) {
     open();
     action("next").trigger();
     const QImage before = shown();
@@ -74,7 +74,7 @@ TEST_F(ViewerDestination, NothingHappensWhenTheDialogIsCancelled) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, TheFirstDialogOffersTheScreenInTheFontThatIsShown) {
+TEST_F(ViewerDestination, theFirstDialogOffersTheScreenInTheFontThatIsShown) {
     write_settings("dlwprt.ini", "[printer]\nhere = LASER\n");
     open();
     choose([](PrintDestDlg& dialog) {
@@ -88,7 +88,7 @@ TEST_F(ViewerDestination, TheFirstDialogOffersTheScreenInTheFontThatIsShown) {
     });
 }
 
-TEST_F(ViewerDestination, TheScreenWithTheSameFontChangesNothing) {
+TEST_F(ViewerDestination, theScreenWithTheSameFontChangesNothing) {
     open();
     action("next").trigger();
     action("zoom_in").trigger();
@@ -100,7 +100,7 @@ TEST_F(ViewerDestination, TheScreenWithTheSameFontChangesNothing) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, AnotherScreenFontIsShownAtOnceAndStored) {
+TEST_F(ViewerDestination, anotherScreenFontIsShownAtOnceAndStored) {
     open();
     action("next").trigger();
     const QImage before = shown();
@@ -122,7 +122,7 @@ TEST_F(ViewerDestination, AnotherScreenFontIsShownAtOnceAndStored) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, AnotherScreenFontLeavesZoomAndSelection) {
+TEST_F(ViewerDestination, anotherScreenFontLeavesZoomAndSelection) {
     open();
     action("zoom_in").trigger();
     choose_font(mono(8));
@@ -136,7 +136,7 @@ TEST_F(ViewerDestination, AnotherScreenFontLeavesZoomAndSelection) {
     EXPECT_EQ(screen().font().pointSize(), 13);
 }
 
-TEST_F(ViewerDestination, AFontThatIsTooLargeForThePageIsFitted) {
+TEST_F(ViewerDestination, aFontThatIsTooLargeForThePageIsFitted) {
     write("wide.rpt", report(1, 1000, 200));
     open(path("wide.rpt"));
     choose_font(mono(60));
@@ -147,7 +147,7 @@ TEST_F(ViewerDestination, AFontThatIsTooLargeForThePageIsFitted) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, AFileIsTextOrPdfByItsName) {
+TEST_F(ViewerDestination, aFileIsTextOrPdfByItsName) {
     open();
     choose_file(path("out.txt"));
     EXPECT_TRUE(read("out.txt").startsWith("page 1\n\nword 1\n"));
@@ -162,7 +162,7 @@ TEST_F(ViewerDestination, AFileIsTextOrPdfByItsName) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, AnEarlierFileIsReplacedOnlyWhenTheUserSaysSo) {
+TEST_F(ViewerDestination, anEarlierFileIsReplacedOnlyWhenTheUserSaysSo) {
     open();
     write("out.txt", "earlier");
     choose_file(path("out.txt"));
@@ -180,7 +180,7 @@ TEST_F(ViewerDestination, AnEarlierFileIsReplacedOnlyWhenTheUserSaysSo) {
     EXPECT_TRUE(read("out.txt").startsWith("page 1\n"));
 }
 
-TEST_F(ViewerDestination, AFileThatCannotBeWrittenIsTold) {
+TEST_F(ViewerDestination, aFileThatCannotBeWrittenIsTold) {
     open();
     choose_file("");
     choose_file(report_);
@@ -193,7 +193,7 @@ TEST_F(ViewerDestination, AFileThatCannotBeWrittenIsTold) {
     EXPECT_EQ(read("three.rpt"), report(3));
 }
 
-TEST_F(ViewerDestination, ALongSaveCanBeCanceled) {
+TEST_F(ViewerDestination, aLongSaveCanBeCanceled) {
     open();
     boxes_.cancel_jobs();
     choose_file(path("out.txt"));
@@ -203,7 +203,7 @@ TEST_F(ViewerDestination, ALongSaveCanBeCanceled) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, TheRecordIsRememberedByTheNextWindow) {
+TEST_F(ViewerDestination, theRecordIsRememberedByTheNextWindow) {
     open();
     choose([](PrintDestDlg& dialog) {
         click(dialog.opToPrinter);
@@ -230,7 +230,7 @@ TEST_F(ViewerDestination, TheRecordIsRememberedByTheNextWindow) {
     });
 }
 
-TEST_F(ViewerDestination, HostileSettingsOpenAnOrdinaryDialog) {
+TEST_F(ViewerDestination, hostileSettingsOpenAnOrdinaryDialog) {
     write_settings("dlwmenu.ini",
                    "[destination]\nDEST=?\nCOPIES=-1\nPATH=" + QByteArray(5000, '%') +
                        "\nPRT_ID=" + QByteArray(5000, 'p') +
@@ -247,7 +247,7 @@ TEST_F(ViewerDestination, HostileSettingsOpenAnOrdinaryDialog) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, SettingsThatCannotBeStoredAreToldOnceAndCountUntilTheEnd) {
+TEST_F(ViewerDestination, settingsThatCannotBeStoredAreToldOnceAndCountUntilTheEnd) {
     lose_settings();
     open();
     choose_file(path("out.txt"));
@@ -271,7 +271,7 @@ TEST_F(ViewerDestination, SettingsThatCannotBeStoredAreToldOnceAndCountUntilTheE
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, ColoursAreShownAtOnceAlsoWhereTheyCannotBeStored) {
+TEST_F(ViewerDestination, coloursAreShownAtOnceAlsoWhereTheyCannotBeStored) {
     const auto choose_text_colour = [this](QColor colour) {
         answers_
             .then_in<KSColorDlg>([](KSColorDlg& colours) {
@@ -301,7 +301,7 @@ TEST_F(ViewerDestination, ColoursAreShownAtOnceAlsoWhereTheyCannotBeStored) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestination, ItNeedsAReport) {
+TEST_F(ViewerDestination, itNeedsAReport) {
     window_ = std::make_unique<host::ViewerWindow>(host::ViewerState(path("state")));
     EXPECT_FALSE(action("destination").isEnabled());
     open();
@@ -309,7 +309,7 @@ TEST_F(ViewerDestination, ItNeedsAReport) {
     EXPECT_EQ(action("destination").shortcut(), QKeySequence(Qt::CTRL | Qt::Key_D));
 }
 
-TEST_F(ViewerDestination, EveryMenuHasItsLettersAndTheWindowItsKeysOnce) {
+TEST_F(ViewerDestination, everyMenuHasItsLettersAndTheWindowItsKeysOnce) {
     open();
     for (const QAction* menu : window_->menuBar()->actions()) {
         QSet<QString> letters;
@@ -332,7 +332,7 @@ TEST_F(ViewerDestination, EveryMenuHasItsLettersAndTheWindowItsKeysOnce) {
     }
 }
 
-TEST_F(ViewerDestination, TheWindowMayGoWhileItIsAsked) {
+TEST_F(ViewerDestination, theWindowMayGoWhileItIsAsked) {
     open();
     choose([this](PrintDestDlg&) { window_.reset(); });
     EXPECT_EQ(menu_settings(), "");

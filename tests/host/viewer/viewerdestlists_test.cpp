@@ -43,7 +43,7 @@ QStringList ids(std::initializer_list<const char*> names) {
 
 } // namespace
 
-TEST_F(ViewerPrinterLists, ServerPrintOffersTheDefinedPrintersWithTheirSheet) {
+TEST_F(ViewerPrinterLists, serverPrintOffersTheDefinedPrintersWithTheirSheet) {
     write_settings("dlwserver.ini",
                    "[A]\nname=queue a\n[B]\nname=queue b\nsize=7\npaper=Letter\nmargins=1,2,3,4\n");
     open();
@@ -68,7 +68,7 @@ TEST_F(ViewerPrinterLists, ServerPrintOffersTheDefinedPrintersWithTheirSheet) {
     EXPECT_EQ(offered(true), ids({"A", "B"}));
 }
 
-TEST_F(ViewerPrinterLists, ServerPrintOffersTheQueuesOfTheSystemWhereThereAreSome) {
+TEST_F(ViewerPrinterLists, serverPrintOffersTheQueuesOfTheSystemWhereThereAreSome) {
     write_settings("dlwserver.ini", "[A]\nname=queue a\n");
     write_settings("dlwunix.ini", "[Front]\nport=front_desk\ndescription=By the door\n"
                                   "page_length=66\n[Back]\n");
@@ -93,7 +93,7 @@ TEST_F(ViewerPrinterLists, ServerPrintOffersTheQueuesOfTheSystemWhereThereAreSom
     EXPECT_EQ(offered(true), ids({"Front", "Back"}));
 }
 
-TEST_F(ViewerPrinterLists, LocalPrintOffersThoseOfTheSetupFile) {
+TEST_F(ViewerPrinterLists, localPrintOffersThoseOfTheSetupFile) {
     write_setup_file("[LOCAL]\nname=local\n");
     write_settings("dlwserver.ini", "[A]\nname=queue a\n");
     open();
@@ -101,14 +101,14 @@ TEST_F(ViewerPrinterLists, LocalPrintOffersThoseOfTheSetupFile) {
     EXPECT_EQ(offered(true), ids({"A"}));
 }
 
-TEST_F(ViewerPrinterLists, WithoutListsNothingIsOfferedAndNothingTold) {
+TEST_F(ViewerPrinterLists, withoutListsNothingIsOfferedAndNothingTold) {
     open();
     EXPECT_EQ(offered(true), QStringList());
     EXPECT_EQ(offered(false), QStringList());
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerPrinterLists, ChangedListsAreOfferedNextTimeAndThePageStays) {
+TEST_F(ViewerPrinterLists, changedListsAreOfferedNextTimeAndThePageStays) {
     open();
     EXPECT_EQ(offered(true), QStringList());
     write_settings("dlwserver.ini", "[A]\nname=a\n");
@@ -125,7 +125,7 @@ TEST_F(ViewerPrinterLists, ChangedListsAreOfferedNextTimeAndThePageStays) {
     EXPECT_EQ(offered(true), ids({"B", "C"}));
 }
 
-TEST_F(ViewerPrinterLists, AFaultInAListIsToldOnceUntilItIsAnother) {
+TEST_F(ViewerPrinterLists, aFaultInAListIsToldOnceUntilItIsAnother) {
     write_settings("dlwserver.ini", "[A]\nname=a\n");
     write_settings("dlwunix.ini", "[U]\nwrong\n");
     open();
@@ -144,7 +144,7 @@ TEST_F(ViewerPrinterLists, AFaultInAListIsToldOnceUntilItIsAnother) {
     EXPECT_EQ(boxes_.texts.size(), 2);
 }
 
-TEST_F(ViewerPrinterLists, AReportThatIsGoneWhenTheListsHaveChangedIsTold) {
+TEST_F(ViewerPrinterLists, aReportThatIsGoneWhenTheListsHaveChangedIsTold) {
     write_settings("dlwserver.ini", "[A]\nname=a\n");
     open();
     EXPECT_EQ(offered(true), ids({"A"}));

@@ -69,7 +69,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewerDestinationPrint, LocalPrintPrintsOnTheStationsPrinter) {
+TEST_F(ViewerDestinationPrint, localPrintPrintsOnTheStationsPrinter) {
     open();
     action("next").trigger();
     print_locally();
@@ -82,7 +82,7 @@ TEST_F(ViewerDestinationPrint, LocalPrintPrintsOnTheStationsPrinter) {
     EXPECT_TRUE(menu_settings().contains("\nPRT_ID=LOCAL\n"));
 }
 
-TEST_F(ViewerDestinationPrint, LocalCopiesAreCollatedOrNot) {
+TEST_F(ViewerDestinationPrint, localCopiesAreCollatedOrNot) {
     open();
     print_locally(2);
     EXPECT_EQ(printed_pages(), "123123");
@@ -91,7 +91,7 @@ TEST_F(ViewerDestinationPrint, LocalCopiesAreCollatedOrNot) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, APrinterOfTheSetupFileIsPickedFromTheList) {
+TEST_F(ViewerDestinationPrint, aPrinterOfTheSetupFileIsPickedFromTheList) {
     write_setup_file("[LOCAL]\nname=local queue\n[OTHER]\nname=other queue\n");
     open();
     choose(
@@ -108,7 +108,7 @@ TEST_F(ViewerDestinationPrint, APrinterOfTheSetupFileIsPickedFromTheList) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, WithoutAPrinterTheUserIsAskedForOne) {
+TEST_F(ViewerDestinationPrint, withoutAPrinterTheUserIsAskedForOne) {
     write_settings("dlwprt.ini", "");
     open();
     print_locally(1, true, {[](QDialog& dialog) {
@@ -120,7 +120,7 @@ TEST_F(ViewerDestinationPrint, WithoutAPrinterTheUserIsAskedForOne) {
     EXPECT_EQ(lp_arguments(), "");
 }
 
-TEST_F(ViewerDestinationPrint, APrinterThatIsNotInTheSetupFileIsTold) {
+TEST_F(ViewerDestinationPrint, aPrinterThatIsNotInTheSetupFileIsTold) {
     write_settings("dlwprt.ini", "[printer]\nhere=NONE\n");
     open();
     print_locally();
@@ -129,7 +129,7 @@ TEST_F(ViewerDestinationPrint, APrinterThatIsNotInTheSetupFileIsTold) {
     EXPECT_EQ(lp_arguments(), "");
 }
 
-TEST_F(ViewerDestinationPrint, ServerPrintGivesAFileToThePrintersQueue) {
+TEST_F(ViewerDestinationPrint, serverPrintGivesAFileToThePrintersQueue) {
     open();
     print_on_server("SERVER");
     const QByteArray arguments = lp_arguments();
@@ -143,7 +143,7 @@ TEST_F(ViewerDestinationPrint, ServerPrintGivesAFileToThePrintersQueue) {
     EXPECT_TRUE(menu_settings().contains("\nSERVER_PRINT=yes\n"));
 }
 
-TEST_F(ViewerDestinationPrint, ServerCopiesAreInTheFile) {
+TEST_F(ViewerDestinationPrint, serverCopiesAreInTheFile) {
     open();
     print_on_server("SERVER", 2);
     EXPECT_EQ(printed_pages(), "123123");
@@ -152,7 +152,7 @@ TEST_F(ViewerDestinationPrint, ServerCopiesAreInTheFile) {
     EXPECT_EQ(lp_arguments().count('\n'), 2);
 }
 
-TEST_F(ViewerDestinationPrint, ServerPrintUsesTheQueuesOfTheSystem) {
+TEST_F(ViewerDestinationPrint, serverPrintUsesTheQueuesOfTheSystem) {
     write_settings("dlwunix.ini", "[Front]\nport=front_desk\n[SERVER]\nport=-odd\n");
     open();
     print_on_server("Front");
@@ -165,7 +165,7 @@ TEST_F(ViewerDestinationPrint, ServerPrintUsesTheQueuesOfTheSystem) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, AQueueOfAGenericNameGetsTheTextLineByLine) {
+TEST_F(ViewerDestinationPrint, aQueueOfAGenericNameGetsTheTextLineByLine) {
     write_settings("dlwunix.ini", "[Matrix]\nport=generic-matrix\n");
     open();
     print_on_server("Matrix");
@@ -174,7 +174,7 @@ TEST_F(ViewerDestinationPrint, AQueueOfAGenericNameGetsTheTextLineByLine) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, AReportByARelativeNameIsPrintedOnTheServer) {
+TEST_F(ViewerDestinationPrint, aReportByARelativeNameIsPrintedOnTheServer) {
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir::setCurrent(directory_.path()));
     open("three.rpt");
@@ -185,7 +185,7 @@ TEST_F(ViewerDestinationPrint, AReportByARelativeNameIsPrintedOnTheServer) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, AServerPrinterThatIsUnknownIsTold) {
+TEST_F(ViewerDestinationPrint, aServerPrinterThatIsUnknownIsTold) {
     open();
     print_on_server("LOCAL");
     EXPECT_EQ(told(), QStringLiteral("The report was not printed.\n\nThere is no server printer "
@@ -197,7 +197,7 @@ TEST_F(ViewerDestinationPrint, AServerPrinterThatIsUnknownIsTold) {
     EXPECT_EQ(lp_arguments(), "");
 }
 
-TEST_F(ViewerDestinationPrint, WhatTheSpoolerSaysIsTold) {
+TEST_F(ViewerDestinationPrint, whatTheSpoolerSaysIsTold) {
     stub_lp("echo 'lp: The printer or class does not exist.' >&2; exit 1");
     open();
     print_on_server("SERVER");
@@ -205,7 +205,7 @@ TEST_F(ViewerDestinationPrint, WhatTheSpoolerSaysIsTold) {
                                      "The printer or class does not exist."));
 }
 
-TEST_F(ViewerDestinationPrint, ASpoolerThatIsNotThereIsTold) {
+TEST_F(ViewerDestinationPrint, aSpoolerThatIsNotThereIsTold) {
     const testsupport::EnvironmentGuard empty("PATH", path("nothing"));
     open();
     print_on_server("SERVER");
@@ -213,7 +213,7 @@ TEST_F(ViewerDestinationPrint, ASpoolerThatIsNotThereIsTold) {
                                                "cups-client has it")));
 }
 
-TEST_F(ViewerDestinationPrint, WithoutLpTheFileGoesToLpr) {
+TEST_F(ViewerDestinationPrint, withoutLpTheFileGoesToLpr) {
     ASSERT_TRUE(
         QFile::rename(QFile::decodeName(path("bin/lp")), QFile::decodeName(path("bin/lpr"))));
     ASSERT_TRUE(QFile::link(QStringLiteral("/bin/cat"), QFile::decodeName(path("bin/cat"))));
@@ -227,7 +227,7 @@ TEST_F(ViewerDestinationPrint, WithoutLpTheFileGoesToLpr) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, APrintCanBeCanceledWhileTheSpoolerWorks) {
+TEST_F(ViewerDestinationPrint, aPrintCanBeCanceledWhileTheSpoolerWorks) {
     // A job that waits for its end hangs.
     stub_lp("exec sleep 3600");
     open();
@@ -238,7 +238,7 @@ TEST_F(ViewerDestinationPrint, APrintCanBeCanceledWhileTheSpoolerWorks) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, ALongPrintCanBeCanceled) {
+TEST_F(ViewerDestinationPrint, aLongPrintCanBeCanceled) {
     open();
     boxes_.cancel_jobs();
     print_locally();
@@ -249,7 +249,7 @@ TEST_F(ViewerDestinationPrint, ALongPrintCanBeCanceled) {
     EXPECT_FALSE(lp_arguments().contains("server queue"));
 }
 
-TEST_F(ViewerDestinationPrint, TheBoxTurnsPageFormattingOffForThisJob) {
+TEST_F(ViewerDestinationPrint, theBoxTurnsPageFormattingOffForThisJob) {
     open();
     print_on_server("SERVER");
     const QByteArray filled = read("lp.ps");
@@ -266,7 +266,7 @@ TEST_F(ViewerDestinationPrint, TheBoxTurnsPageFormattingOffForThisJob) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerDestinationPrint, WhatIsPrintedDoesNotNeedSettingsThatCanBeStored) {
+TEST_F(ViewerDestinationPrint, whatIsPrintedDoesNotNeedSettingsThatCanBeStored) {
     // Read-only in all but name: the file is a directory.
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("settings/dlwmenu.ini")));
     open();

@@ -34,7 +34,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewerErrors, AFileThatIsNoReportIsToldAndTheShownOneStays) {
+TEST_F(ViewerErrors, aFileThatIsNoReportIsToldAndTheShownOneStays) {
     open();
     action("next").trigger();
     const QImage before = shown();
@@ -52,7 +52,7 @@ TEST_F(ViewerErrors, AFileThatIsNoReportIsToldAndTheShownOneStays) {
     EXPECT_EQ(QFile::decodeName(window_->view()->path()), QFile::decodeName(report_));
 }
 
-TEST_F(ViewerErrors, ARemovedReportIsToldOnceAndThePageStays) {
+TEST_F(ViewerErrors, aRemovedReportIsToldOnceAndThePageStays) {
     open();
     action("next").trigger();
     const QImage before = shown();
@@ -71,7 +71,7 @@ TEST_F(ViewerErrors, ARemovedReportIsToldOnceAndThePageStays) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerErrors, ATruncatedReportIsToldOnceAndThePageStays) {
+TEST_F(ViewerErrors, aTruncatedReportIsToldOnceAndThePageStays) {
     open();
     write("three.rpt", report(1));
     action("last").trigger();
@@ -82,7 +82,7 @@ TEST_F(ViewerErrors, ATruncatedReportIsToldOnceAndThePageStays) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerErrors, AReportIsReloadedAtItsPage) {
+TEST_F(ViewerErrors, aReportIsReloadedAtItsPage) {
     open();
     action("last").trigger();
     write("three.rpt", report(5));
@@ -94,7 +94,7 @@ TEST_F(ViewerErrors, AReportIsReloadedAtItsPage) {
     EXPECT_EQ(page_box(), QStringLiteral("2 of 2"));
 }
 
-TEST_F(ViewerErrors, AZoomThatNeedsTooMuchMemoryIsLeftAgain) {
+TEST_F(ViewerErrors, aZoomThatNeedsTooMuchMemoryIsLeftAgain) {
     write("wide.rpt", report(1, 1300, 3));
     open(path("wide.rpt"));
     EXPECT_EQ(zoom_box(), QStringLiteral("Fit page"));
@@ -116,7 +116,7 @@ TEST_F(ViewerErrors, AZoomThatNeedsTooMuchMemoryIsLeftAgain) {
     expect_refusal(QStringLiteral("50%"));
 }
 
-TEST_F(ViewerErrors, RecentFilesCanBeOpenedAndGoneOnesAreForgotten) {
+TEST_F(ViewerErrors, recentFilesCanBeOpenedAndGoneOnesAreForgotten) {
     open();
     write("t&wo.rpt", report(2));
     window_->open_or_report(path("t&wo.rpt"));
@@ -132,7 +132,7 @@ TEST_F(ViewerErrors, RecentFilesCanBeOpenedAndGoneOnesAreForgotten) {
     EXPECT_EQ(recent().actions().size(), 1);
 }
 
-TEST_F(ViewerErrors, WindowAndZoomAreKeptForTheNextRun) {
+TEST_F(ViewerErrors, windowAndZoomAreKeptForTheNextRun) {
     open();
     action("zoom_in").trigger();
     window_->resize(640, 480);
@@ -143,7 +143,7 @@ TEST_F(ViewerErrors, WindowAndZoomAreKeptForTheNextRun) {
     EXPECT_EQ(zoom_box(), QStringLiteral("150%"));
 }
 
-TEST_F(ViewerErrors, AHostileStateFileChangesNothing) {
+TEST_F(ViewerErrors, aHostileStateFileChangesNothing) {
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("state")));
     QByteArray geometry = QByteArray::fromHex("01d9d0cb00030000") + QByteArray(60, '\x7f');
     for (const QByteArray& code : {geometry.toBase64(), QByteArray("AAAA"), QByteArray("?")}) {

@@ -62,7 +62,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewerInput, PagesAreTurnedByKeys) {
+TEST_F(ViewerInput, pagesAreTurnedByKeys) {
     key(QStringLiteral("Page_Down"));
     EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
     key(QStringLiteral("ctrl+End"));
@@ -73,7 +73,7 @@ TEST_F(ViewerInput, PagesAreTurnedByKeys) {
     EXPECT_EQ(page_box(), QStringLiteral("1 of 3"));
 }
 
-TEST_F(ViewerInput, APageNumberIsTyped) {
+TEST_F(ViewerInput, aPageNumberIsTyped) {
     key(QStringLiteral("ctrl+g"));
     type(QStringLiteral("3"));
     key(QStringLiteral("Return"));
@@ -86,7 +86,7 @@ TEST_F(ViewerInput, APageNumberIsTyped) {
     EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
 }
 
-TEST_F(ViewerInput, TheWheelScrollsAndWithCtrlZooms) {
+TEST_F(ViewerInput, theWheelScrollsAndWithCtrlZooms) {
     move(screen(), {100, 100});
     testsupport::input::wheel(-1, QStringLiteral("ctrl"));
     EXPECT_EQ(zoom_box(), QStringLiteral("150%"));
@@ -98,7 +98,7 @@ TEST_F(ViewerInput, TheWheelScrollsAndWithCtrlZooms) {
     EXPECT_EQ(zoom_box(), QStringLiteral("50%"));
 }
 
-TEST_F(ViewerInput, TheKeypadZoomsToo) {
+TEST_F(ViewerInput, theKeypadZoomsToo) {
     key(QStringLiteral("ctrl+KP_Add"));
     EXPECT_EQ(zoom_box(), QStringLiteral("150%"));
     key(QStringLiteral("ctrl+KP_Subtract"));
@@ -111,7 +111,7 @@ TEST_F(ViewerInput, TheKeypadZoomsToo) {
     EXPECT_EQ(zoom_box(), QStringLiteral("100%"));
 }
 
-TEST_F(ViewerInput, ASelectionIsCopied) {
+TEST_F(ViewerInput, aSelectionIsCopied) {
     drag(0, 1, 3);
     const std::list<StringItem>& pieces = window_->view()->manager().hilights();
     ASSERT_EQ(pieces.size(), 1U);
@@ -125,7 +125,7 @@ TEST_F(ViewerInput, ASelectionIsCopied) {
                   .arg(text));
 }
 
-TEST_F(ViewerInput, TheWholeReportIsCopied) {
+TEST_F(ViewerInput, theWholeReportIsCopied) {
     key(QStringLiteral("Page_Down"));
     key(QStringLiteral("ctrl+shift+c"));
     const QString text = QApplication::clipboard()->text();
@@ -135,7 +135,7 @@ TEST_F(ViewerInput, TheWholeReportIsCopied) {
     EXPECT_EQ(window_->view()->manager().page_row(0).first().text, QStringLiteral("page 2"));
 }
 
-TEST_F(ViewerInput, ATextIsSearchedFor) {
+TEST_F(ViewerInput, aTextIsSearchedFor) {
     in_dialog<QDialog>([](QDialog& /*find*/) {
         type(QStringLiteral("page"));
         key(QStringLiteral("Return"));
@@ -146,7 +146,7 @@ TEST_F(ViewerInput, ATextIsSearchedFor) {
     EXPECT_EQ(window_->view()->manager().hilights().front().text, QStringLiteral("page"));
 }
 
-TEST_F(ViewerInput, AFileIsOpenedAndSavedByItsNameInADialog) {
+TEST_F(ViewerInput, aFileIsOpenedAndSavedByItsNameInADialog) {
     write("two.rpt", report(2));
     in_dialog<QFileDialog>([this](QFileDialog&) {
         type(QFile::decodeName(path("two.rpt")));
@@ -167,7 +167,7 @@ TEST_F(ViewerInput, AFileIsOpenedAndSavedByItsNameInADialog) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerInput, AnErrorIsShownOnceAndTheKeysGoOn) {
+TEST_F(ViewerInput, anErrorIsShownOnceAndTheKeysGoOn) {
     ASSERT_TRUE(QFile::remove(QFile::decodeName(report_)));
     key(QStringLiteral("Page_Down"));
     ASSERT_TRUE(wait_for([this] { return !boxes_.texts.isEmpty(); }));
@@ -178,7 +178,7 @@ TEST_F(ViewerInput, AnErrorIsShownOnceAndTheKeysGoOn) {
     EXPECT_EQ(boxes_.texts.size(), 1);
 }
 
-TEST_F(ViewerInput, TheDestinationIsChosenWithTheKeyboard) {
+TEST_F(ViewerInput, theDestinationIsChosenWithTheKeyboard) {
     in_dialog<PrintDestDlg>([this](PrintDestDlg& dialog) {
         dialog.opToScreen->setFocus();
         key(QStringLiteral("Down"));
@@ -195,7 +195,7 @@ TEST_F(ViewerInput, TheDestinationIsChosenWithTheKeyboard) {
     EXPECT_TRUE(read("settings/dlwmenu.ini").contains("\nDEST=file\n"));
 }
 
-TEST_F(ViewerInput, TheDestinationIsLeftWithEscape) {
+TEST_F(ViewerInput, theDestinationIsLeftWithEscape) {
     in_dialog<PrintDestDlg>([](PrintDestDlg&) { key(QStringLiteral("Escape")); });
     key(QStringLiteral("ctrl+d"));
     EXPECT_EQ(read("settings/dlwmenu.ini"), "");

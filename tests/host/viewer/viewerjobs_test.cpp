@@ -28,7 +28,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewerJobs, TheReportIsSavedAsText) {
+TEST_F(ViewerJobs, theReportIsSavedAsText) {
     open();
     action("next").trigger();
     window_->jobs().save_report(path("out.txt"));
@@ -40,7 +40,7 @@ TEST_F(ViewerJobs, TheReportIsSavedAsText) {
     EXPECT_EQ(boxes_.progress, QStringList());
 }
 
-TEST_F(ViewerJobs, ThePageIsSavedAsText) {
+TEST_F(ViewerJobs, thePageIsSavedAsText) {
     open();
     action("next").trigger();
     window_->jobs().save_page(path("out.txt"));
@@ -51,7 +51,7 @@ TEST_F(ViewerJobs, ThePageIsSavedAsText) {
     EXPECT_TRUE(boxes_.texts.first().startsWith(QStringLiteral("Can not open file: ")));
 }
 
-TEST_F(ViewerJobs, TheWholeReportIsCopiedAndThePageStays) {
+TEST_F(ViewerJobs, theWholeReportIsCopiedAndThePageStays) {
     open();
     action("last").trigger();
     window_->jobs().copy_report();
@@ -60,7 +60,7 @@ TEST_F(ViewerJobs, TheWholeReportIsCopiedAndThePageStays) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerJobs, ACancelledCopyLeavesTheClipboard) {
+TEST_F(ViewerJobs, aCancelledCopyLeavesTheClipboard) {
     open();
     QApplication::clipboard()->setText(QStringLiteral("earlier"));
     boxes_.cancel_jobs();
@@ -70,7 +70,7 @@ TEST_F(ViewerJobs, ACancelledCopyLeavesTheClipboard) {
     EXPECT_EQ(boxes_.texts, QStringList());
 }
 
-TEST_F(ViewerJobs, APrintThatIsCancelledIsNoError) {
+TEST_F(ViewerJobs, aPrintThatIsCancelledIsNoError) {
     open();
     answers_.then_in<QPrintDialog>([](QPrintDialog& dialog) { dialog.reject(); });
     action("print_page").trigger();
@@ -79,7 +79,7 @@ TEST_F(ViewerJobs, APrintThatIsCancelledIsNoError) {
     EXPECT_EQ(window_->focusWidget(), &screen());
 }
 
-TEST_F(ViewerJobs, AClipboardThatCannotBeShownIsTold) {
+TEST_F(ViewerJobs, aClipboardThatCannotBeShownIsTold) {
     open();
     const QString before = QDir::currentPath();
     ASSERT_TRUE(QDir(directory_.path()).mkdir(QStringLiteral("printman0001.html")));
@@ -92,7 +92,7 @@ TEST_F(ViewerJobs, AClipboardThatCannotBeShownIsTold) {
         QStringLiteral("The clipboard was not shown in the browser.\n\n")));
 }
 
-TEST_F(ViewerJobs, ThePdfHoldsTheReport) {
+TEST_F(ViewerJobs, thePdfHoldsTheReport) {
     open();
     window_->jobs().export_pdf(path("out.pdf"));
     EXPECT_TRUE(testsupport::pdf_words(QFile::decodeName(path("out.pdf")))
@@ -101,7 +101,7 @@ TEST_F(ViewerJobs, ThePdfHoldsTheReport) {
     EXPECT_EQ(page_box(), QStringLiteral("1 of 3"));
 }
 
-TEST_F(ViewerJobs, AFullDiskIsToldOnce) {
+TEST_F(ViewerJobs, aFullDiskIsToldOnce) {
     open();
     window_->jobs().save_report("/dev/full");
     window_->jobs().export_pdf("/dev/full");
@@ -112,7 +112,7 @@ TEST_F(ViewerJobs, AFullDiskIsToldOnce) {
                                                  "/dev/full: No space left on device"));
 }
 
-TEST_F(ViewerJobs, TheReportItselfIsNeverWrittenOver) {
+TEST_F(ViewerJobs, theReportItselfIsNeverWrittenOver) {
     open();
     const QByteArray before = read("three.rpt");
     window_->jobs().save_report(report_);
@@ -124,7 +124,7 @@ TEST_F(ViewerJobs, TheReportItselfIsNeverWrittenOver) {
     EXPECT_EQ(read("three.rpt"), before);
 }
 
-TEST_F(ViewerJobs, AReportThatHasChangedIsToldAndNothingWritten) {
+TEST_F(ViewerJobs, aReportThatHasChangedIsToldAndNothingWritten) {
     open();
     write("three.rpt", report(2));
     window_->jobs().save_report(path("out.txt"));
@@ -137,7 +137,7 @@ TEST_F(ViewerJobs, AReportThatHasChangedIsToldAndNothingWritten) {
     EXPECT_EQ(files(), QStringList());
 }
 
-TEST_F(ViewerJobs, ALongSaveShowsHowFarItIsAndCanBeCanceled) {
+TEST_F(ViewerJobs, aLongSaveShowsHowFarItIsAndCanBeCanceled) {
     open();
     write("out.txt", "earlier");
     boxes_.cancel_jobs();
@@ -150,7 +150,7 @@ TEST_F(ViewerJobs, ALongSaveShowsHowFarItIsAndCanBeCanceled) {
     EXPECT_TRUE(window_->isEnabled());
 }
 
-TEST_F(ViewerJobs, APdfCanBeCanceledWhilePs2pdfRuns) {
+TEST_F(ViewerJobs, aPdfCanBeCanceledWhilePs2pdfRuns) {
     const auto stub = stub_ps2pdf(endless_);
     open();
     write("out.pdf", "earlier");
@@ -161,7 +161,7 @@ TEST_F(ViewerJobs, APdfCanBeCanceledWhilePs2pdfRuns) {
     EXPECT_EQ(read("out.pdf"), "earlier");
 }
 
-TEST_F(ViewerJobs, AFailedPs2pdfIsTold) {
+TEST_F(ViewerJobs, aFailedPs2pdfIsTold) {
     const auto stub = stub_ps2pdf("echo no memory; exit 3");
     open();
     write("out.pdf", "earlier");
@@ -172,7 +172,7 @@ TEST_F(ViewerJobs, AFailedPs2pdfIsTold) {
     EXPECT_EQ(read("out.pdf"), "earlier");
 }
 
-TEST_F(ViewerJobs, TheWindowIsNotClosedUnderAJob) {
+TEST_F(ViewerJobs, theWindowIsNotClosedUnderAJob) {
     const auto stub = stub_ps2pdf(endless_);
     open();
     bool closed = true;

@@ -93,7 +93,7 @@ void ask_server(const QByteArray& server) {
 
 } // namespace
 
-TEST_F(ViewerPrint, ThePrintOfAReportThatIsCancelledIsNoError) {
+TEST_F(ViewerPrint, thePrintOfAReportThatIsCancelledIsNoError) {
     open();
     answers_.then_in<QPrintDialog>([](QPrintDialog& dialog) { DialogAnswers::cancel(dialog); });
     action("print_report").trigger();
@@ -103,7 +103,7 @@ TEST_F(ViewerPrint, ThePrintOfAReportThatIsCancelledIsNoError) {
     EXPECT_EQ(window_->focusWidget(), &screen());
 }
 
-TEST_F(ViewerPrint, TheWholeReportIsPrintedWhereTheUserChooses) {
+TEST_F(ViewerPrint, theWholeReportIsPrintedWhereTheUserChooses) {
     open();
     action("next").trigger();
     const QString out = QFile::decodeName(path("printed.pdf"));
@@ -115,7 +115,7 @@ TEST_F(ViewerPrint, TheWholeReportIsPrintedWhereTheUserChooses) {
     EXPECT_EQ(page_box(), QStringLiteral("2 of 3"));
 }
 
-TEST_F(ViewerPrint, AReportThatCannotBePrintedIsToldOnce) {
+TEST_F(ViewerPrint, aReportThatCannotBePrintedIsToldOnce) {
     open();
     answer_print(QStringLiteral("/dev/full"));
     boxes_.say_yes = true;
@@ -125,7 +125,7 @@ TEST_F(ViewerPrint, AReportThatCannotBePrintedIsToldOnce) {
     EXPECT_TRUE(boxes_.texts.last().startsWith(QStringLiteral("The report was not printed.\n\n")));
 }
 
-TEST_F(ViewerPrint, ThePrintOfALongReportCanBeCanceled) {
+TEST_F(ViewerPrint, thePrintOfALongReportCanBeCanceled) {
     open();
     boxes_.cancel_jobs();
     answer_print(QFile::decodeName(path("printed.pdf")));
@@ -135,7 +135,7 @@ TEST_F(ViewerPrint, ThePrintOfALongReportCanBeCanceled) {
     EXPECT_FALSE(QFile::exists(QFile::decodeName(path("printed.pdf"))));
 }
 
-TEST_F(ViewerPrint, ARelativeFileIsWhereTheDialogSaysAndTheJobInADirectoryOfItsOwn) {
+TEST_F(ViewerPrint, aRelativeFileIsWhereTheDialogSaysAndTheJobInADirectoryOfItsOwn) {
     open();
     const testsupport::EnvironmentGuard home("HOME", path(""));
     const DirectoryMeanwhile here(directory_.path());
@@ -148,7 +148,7 @@ TEST_F(ViewerPrint, ARelativeFileIsWhereTheDialogSaysAndTheJobInADirectoryOfItsO
     EXPECT_EQ(QDir::currentPath(), QDir(directory_.path()).canonicalPath());
 }
 
-TEST_F(ViewerPrint, AGenericPrinterLeavesTheFilesOfTheUserAndTheFontOfTheWindow) {
+TEST_F(ViewerPrint, aGenericPrinterLeavesTheFilesOfTheUserAndTheFontOfTheWindow) {
     const Cups cups;
     const QString queue = QStringLiteral("Generic");
     ASSERT_EQ(testsupport::run(QStringLiteral("/usr/sbin/lpadmin"),

@@ -37,7 +37,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewerProgram, WithoutADisplayItEndsWithOneLine) {
+TEST_F(ViewerProgram, withoutADisplayItEndsWithOneLine) {
     expect_failure(view(), "cannot open a window: there is no display; neither DISPLAY nor "
                            "WAYLAND_DISPLAY is set");
     environment_.insert(QStringLiteral("DISPLAY"), QStringLiteral(":4242"));
@@ -48,7 +48,7 @@ TEST_F(ViewerProgram, WithoutADisplayItEndsWithOneLine) {
     EXPECT_EQ(files(), QStringList{QStringLiteral("in.rpt")});
 }
 
-TEST_F(ViewerProgram, AFileThatIsNoReportEndsItWithOneLine) {
+TEST_F(ViewerProgram, aFileThatIsNoReportEndsItWithOneLine) {
     use_display();
     write(QStringLiteral("none"), "text\n");
     expect_failure(view("missing"), "missing: No such file or directory");
@@ -58,7 +58,7 @@ TEST_F(ViewerProgram, AFileThatIsNoReportEndsItWithOneLine) {
     EXPECT_EQ(result.error.count('\n'), 1);
 }
 
-TEST_F(ViewerProgram, InterruptsCloseTheWindow) {
+TEST_F(ViewerProgram, interruptsCloseTheWindow) {
     use_display();
     for (const int number : {SIGTERM, SIGINT}) {
         const Ended result =
@@ -69,7 +69,7 @@ TEST_F(ViewerProgram, InterruptsCloseTheWindow) {
     EXPECT_TRUE(read(QStringLiteral("state/printman/viewer.ini")).contains("zoom=100%"));
 }
 
-TEST_F(ViewerProgram, ADirectoryThatTakesNoStateIsNoError) {
+TEST_F(ViewerProgram, aDirectoryThatTakesNoStateIsNoError) {
     use_display();
     write(QStringLiteral("state"), "a file");
     const Ended result =

@@ -24,7 +24,7 @@ protected:
 
 } // namespace
 
-TEST_F(ViewerStateTest, IsKeptInADirectoryThatIsMade) {
+TEST_F(ViewerStateTest, isKeptInADirectoryThatIsMade) {
     const ViewerState state(place());
     EXPECT_TRUE(state.recent().isEmpty());
     EXPECT_EQ(state.geometry(), "");
@@ -44,7 +44,7 @@ TEST_F(ViewerStateTest, IsKeptInADirectoryThatIsMade) {
     EXPECT_TRUE(other.shows("statusbar"));
 }
 
-TEST_F(ViewerStateTest, RecentFilesStandOnceAndAreFew) {
+TEST_F(ViewerStateTest, recentFilesStandOnceAndAreFew) {
     const ViewerState state(place());
     for (int i = 0; i < 14; ++i)
         state.add_recent("/f" + QByteArray::number(i));
@@ -60,7 +60,7 @@ TEST_F(ViewerStateTest, RecentFilesStandOnceAndAreFew) {
     EXPECT_TRUE(state.recent().isEmpty());
 }
 
-TEST_F(ViewerStateTest, HostileContentsAreIgnored) {
+TEST_F(ViewerStateTest, hostileContentsAreIgnored) {
     const ViewerState state(place());
     write("[viewer]\nrecent=relative %00 /a%00b /good /good " + QByteArray("/x").repeated(9000) +
           " %\ngeometry=!!!\nzoom=\xff\xfe\ntoolbar=7\n");
@@ -75,7 +75,7 @@ TEST_F(ViewerStateTest, HostileContentsAreIgnored) {
     EXPECT_EQ(state.recent().size(), 10);
 }
 
-TEST_F(ViewerStateTest, WhereNothingCanBeWrittenNothingIsKept) {
+TEST_F(ViewerStateTest, whereNothingCanBeWrittenNothingIsKept) {
     testsupport::write_file(directory_.filePath(QStringLiteral("a")), "a file");
     const ViewerState state(place());
     state.add_recent("/tmp/a");
@@ -84,7 +84,7 @@ TEST_F(ViewerStateTest, WhereNothingCanBeWrittenNothingIsKept) {
     EXPECT_EQ(testsupport::read_file(directory_.filePath(QStringLiteral("a"))), "a file");
 }
 
-TEST_F(ViewerStateTest, LivesWhereTheEnvironmentSays) {
+TEST_F(ViewerStateTest, livesWhereTheEnvironmentSays) {
     const EnvironmentGuard home("HOME", "/home/me");
     const EnvironmentGuard state("XDG_STATE_HOME", "/state");
     EXPECT_EQ(default_state_directory(), "/state/printman");
