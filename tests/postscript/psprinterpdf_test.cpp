@@ -9,6 +9,25 @@ using namespace testsupport;
 
 namespace {
 
+struct Ink {
+    int pixels = 0;
+    QRect place;
+};
+
+/// What is dark in a picture.
+Ink ink(const QImage& picture) {
+    Ink found;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (qGray(picture.pixel(x, y)) >= 128)
+                continue;
+            ++found.pixels;
+            found.place |= QRect(x, y, 1, 1);
+        }
+    }
+    return found;
+}
+
 const QString syntax = QStringLiteral("(a) )b( \\c %!PS <<d>> {e} showpage /f [g] quit");
 
 } // namespace
@@ -206,42 +225,39 @@ TEST_F(PsPrinterPdf, aMadeUpSlantIsTheSameForEveryFace) {
         p.setFont(font);
         p.drawText(1000, 2500, sign);
         p.end();
-        const auto width = [](const QImage& image) {
-            int left = image.width();
-            int right = 0;
-            for (int y = 0; y < image.height(); ++y) {
-                for (int x = 0; x < image.width(); ++x) {
-                    if (qGray(image.pixel(x, y)) < 128) {
-                        left = std::min(left, x);
-                        right = std::max(right, x);
-                    }
-                }
-            }
-            return right - left;
-        };
-        EXPECT_NEAR(width(page), width(shown) / 8.0, 4) << family;
+        EXPECT_NEAR(ink(page).place.width(), ink(shown).place.width() / 8.0, 4) << family;
     }
 }
 
 TEST_F(PsPrinterPdf, boldAndItalicWithoutAFaceOfTheirOwnAreMadeUp) {
-    print([](QPainter& p) {
-        QFont font(QStringLiteral("DejaVu Sans"), 24);
-        p.setFont(font);
-        p.drawText(100, 400, QStringLiteral("plain"));
-        font.setItalic(true);
-        font.setBold(true);
-        p.setFont(font);
-        p.drawText(100, 900, QStringLiteral("both"));
-    });
-    EXPECT_EQ(words(), QStringLiteral("plain both"));
+    const auto ink_of = [this](bool bold, bool italic) {
+        print([&](QPainter& p) {
+            QFont font(QStringLiteral("DejaVu Sans"), 48);
+            font.setBold(bold);
+            font.setItalic(italic);
+            p.setFont(font);
+            p.drawText(1000, 1000, QStringLiteral("IIII"));
+        });
+        EXPECT_EQ(words(), QStringLiteral("IIII"));
+        return ink(pdf_picture(pdf_, 1, 75));
+    };
+    const Ink plain = ink_of(false, false);
+    const Ink bold = ink_of(true, false);
+    const Ink both = ink_of(true, true);
+    EXPECT_GT(bold.pixels, plain.pixels * 5 / 4);
+    // A slanted letter begins further left and ends further right than an upright one.
+    EXPECT_NEAR(both.pixels, bold.pixels, bold.pixels / 8);
+    EXPECT_GT(both.place.width(), bold.place.width() + 4);
 }
 
 TEST_F(PsPrinterPdf, spacedStretchedAndDecoratedTextIsPainted) {
-    print([](QPainter& p) {
+    int underline = 0;
+    print([&](QPainter& p) {
         QFont font(QStringLiteral("Liberation Sans"), 48);
         font.setUnderline(true);
         font.setLetterSpacing(QFont::AbsoluteSpacing, 600);
         p.setFont(font);
+        underline = 600 + qRound(QFontMetricsF(font, &printer_).underlinePos());
         p.drawText(0, 600, QStringLiteral("HH"));
         QFont wide(QStringLiteral("Liberation Sans"), 48);
         wide.setStretch(200);
@@ -249,5 +265,8 @@ TEST_F(PsPrinterPdf, spacedStretchedAndDecoratedTextIsPainted) {
         p.drawText(0, 1600, QStringLiteral("██"));
     });
     EXPECT_TRUE(words().startsWith(QStringLiteral("H H")));
+    // Between the letters there is nothing but the line.
+    EXPECT_LT(pixel(600, underline).red(), 128);
+    EXPECT_EQ(pixel(600, 400), QColor(Qt::white));
     EXPECT_EQ(pixel(400, 1500), QColor(Qt::black));
 }

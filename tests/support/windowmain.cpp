@@ -1,4 +1,5 @@
 #include "tests/support/desktop.h"
+#include "tests/support/ownhome.h"
 
 #include <QApplication>
 #include <gtest/gtest.h>
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
     // Listing the tests needs no display.
     if (testing::GTEST_FLAG(list_tests))
         return RUN_ALL_TESTS();
+    const testsupport::OwnHome home;
     const testsupport::Desktop desktop;
     QApplication application(argc, argv);
     // The system's messages are as the tests state them; all else is as in the caller's locale.

@@ -77,6 +77,7 @@ TEST_F(Import, fullPagesComeBackByteForByte) {
 }
 
 TEST_F(Import, formFeedPagesComeBackLineForLine) {
+    ASSERT_FALSE(licences().isEmpty());
     for (const QString& licence : licences()) {
         SCOPED_TRACE(licence.toStdString());
         const QByteArray listing = pr({QStringLiteral("-f")}, licence);

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
+#include <QTextBrowser>
 #include <QToolBar>
 #include <QUrl>
 #include <QWheelEvent>
@@ -227,6 +228,16 @@ TEST_F(Viewer, theHelpListsTheKeys) {
     auto* help = window_->findChild<host::HelpWindow*>();
     ASSERT_TRUE(help);
     EXPECT_TRUE(help->isVisible());
+    const QString text = help->findChild<QTextBrowser*>()->toPlainText();
+    int keys = 0;
+    for (const QAction* entry : window_->actions()) {
+        for (const QKeySequence& key : entry->shortcuts()) {
+            EXPECT_TRUE(text.contains(key.toString(QKeySequence::NativeText)))
+                << key.toString().toStdString();
+            ++keys;
+        }
+    }
+    EXPECT_GT(keys, 10);
     QTest::keyClick(help, Qt::Key_Escape);
     EXPECT_FALSE(help->isVisible());
 }
