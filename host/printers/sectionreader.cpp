@@ -51,7 +51,7 @@ QByteArray Reader::start_section(const QByteArray& name) {
 }
 
 QByteArray Reader::end_section() {
-    const QByteArray error = is_in_section_ ? handler_.end_section() : QByteArray();
+    QByteArray error = is_in_section_ ? handler_.end_section() : QByteArray();
     if (!error.isEmpty())
         line_ = section_line_;
     return error;
