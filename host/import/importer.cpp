@@ -55,8 +55,9 @@ private:
 class Writer : public ListingSink {
 public:
     Writer(PendingFile& file, const ReportSize& size)
-        : file_(file), top_("#!?PAGETOP " + QByteArray::number(size.columns) + ',' +
-                            QByteArray::number(size.lines) + '\n') {}
+        : file_(file),
+          top_(QByteArray::fromStdString(printman::page_top_line({size.columns, size.lines})) +
+               '\n') {}
 
     void begin_page() override { write(top_); }
 
@@ -67,7 +68,9 @@ public:
         return check_line(escaped);
     }
 
-    void end_page() override { write("#!?PAGEEND\n"); }
+    void end_page() override {
+        write(QByteArray::fromStdString(std::string(printman::page_end_mark)) + '\n');
+    }
 
     bool ok() const { return ok_; }
 
