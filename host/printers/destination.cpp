@@ -69,7 +69,7 @@ public:
         const QByteArray value = word("DEST").toLower();
         const auto* const found = std::ranges::find_if(
             destinations, [&value](const char* name) { return *name && value == name; });
-        return found == destinations.end() ? to_screen
+        return found == destinations.end() ? printman::to_screen
                                            : static_cast<int>(found - destinations.begin());
     }
 
@@ -104,7 +104,7 @@ bool keep_destination(Settings& settings, const PrintDest& record) {
     const bool is_known = record.dest > 0 && record.dest < static_cast<int>(destinations.size());
     return settings.keep(
         menu_file, section,
-        {{"DEST", destinations[static_cast<size_t>(is_known ? record.dest : to_screen)]},
+        {{"DEST", destinations[static_cast<size_t>(is_known ? record.dest : printman::to_screen)]},
          {"SERVER_PRINT", word_of(record.server_print)},
          {"PRT_ID", encode_line(printer_of(record))},
          {"COPIES", QByteArray::number(record.copies)},

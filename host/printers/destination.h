@@ -8,9 +8,6 @@ namespace host {
 
 class Settings;
 
-/// What PrintDest::dest says.
-enum Destination { to_screen = 1, to_printer = 2, to_file = 3 };
-
 /// The last destination, from section "destination" of dlwmenu.ini. What is missing there or is
 /// invalid has its default: to the screen, local printing on @p station_printer, one copy,
 /// collated. Environment variables have no effect on it.

@@ -80,11 +80,11 @@ void ReportDestination::ask() {
 
 void ReportDestination::send_to(const PrintDest& record, const HostPrinters& printers) {
     switch (record.dest) {
-    case to_screen:
+    case printman::to_screen:
         return show_in_font();
-    case to_printer:
+    case printman::to_printer:
         return record.server_print ? print_on_server(record, printers) : print_to(record);
-    case to_file:
+    case printman::to_file:
         return save_to(path_of(record));
     }
 }

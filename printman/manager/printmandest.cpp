@@ -49,7 +49,7 @@ int CPrintMan::show_print_dest() {
     if (dialog.exec() != QDialog::Accepted || !self)
         return 0;
     set_print_dest(dialog.dest);
-    if (dialog.dest.dest == 1)
+    if (dialog.dest.dest == to_screen)
         d->screen.set_font(dialog.screen_font);
     return 1;
 }
