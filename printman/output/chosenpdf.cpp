@@ -8,21 +8,18 @@
 
 namespace printman {
 
-namespace {
-
-Result write_failure(const QString& reason) {
-    return Result::failure(reason.isEmpty() ? QStringLiteral("the PDF cannot be written") : reason);
-}
-
-} // namespace
-
 Result
 make_chosen_pdf(const PsPrinter& printer,
                 const std::function<Result(QPainter& painter, QPagedPaintDevice& device)>& paint) {
+    const QString name = printer.outputFileName();
+    const auto write_failure = [&name](const QString& reason) {
+        return Result::file_failure(name, reason.isEmpty() ? QStringLiteral("cannot be written")
+                                                           : reason);
+    };
     OutputFile out;
-    Result opened = out.open(printer.outputFileName());
+    const Result opened = out.open(name);
     if (!opened.ok())
-        return opened;
+        return write_failure(opened.error());
     QPdfWriter pdf(out.device());
     pdf.setResolution(printer.resolution());
     pdf.setPageLayout(printer.pageLayout());

@@ -52,7 +52,7 @@ bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
         if (!target.exists() || target.isFile())
             directory = QFile::encodeName(target.absolutePath()).toStdString();
     }
-    if (!succeeds(sink_->open()) || !succeeds(spool_.open(directory)))
+    if (!succeeds(sink_->open()) || !succeeds(spool_.open(directory, setup.output_file)))
         return false;
     // Written at once, so that a target that takes nothing fails the job before it is painted. A
     // spooler that has nothing yet forgets a job that is dropped.

@@ -30,21 +30,22 @@ SpoolFile::~SpoolFile() {
     close();
 }
 
-/// What could not be done, with the directory: the file has no name.
 Result SpoolFile::failure(int error) const {
-    return Result::file_failure(QFile::decodeName(directory_.c_str()), qt_error_string(error));
+    return Result::file_failure(name_, qt_error_string(error));
 }
 
-Result SpoolFile::open(const std::string& directory) {
+Result SpoolFile::open(const std::string& directory, const QString& name) {
     close();
-    directory_ = directory;
-    if (!directory.empty())
-        fd_ = open_unnamed(directory);
+    std::string where = directory;
+    if (!where.empty())
+        fd_ = open_unnamed(where);
     if (fd_ < 0) {
-        directory_ = QFile::encodeName(QDir::tempPath()).toStdString();
-        fd_ = open_unnamed(directory_);
+        where = QFile::encodeName(QDir::tempPath()).toStdString();
+        fd_ = open_unnamed(where);
     }
-    return fd_ < 0 ? failure(errno) : Result();
+    const int error = errno;
+    name_ = name.isEmpty() ? QFile::decodeName(where.c_str()) : name;
+    return fd_ < 0 ? failure(error) : Result();
 }
 
 Result SpoolFile::write(std::string_view bytes) {

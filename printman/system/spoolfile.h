@@ -18,7 +18,10 @@ public:
 
     /// Opens the file in @p directory, or in the system's temporary directory when that is empty or
     /// takes no file.
-    Result open(const std::string& directory);
+    ///
+    /// @param name what failures call it, such as the file that the bytes are for; empty for the
+    ///             directory
+    Result open(const std::string& directory, const QString& name = {});
 
     /// Appends @p bytes.
     Result write(std::string_view bytes);
@@ -37,7 +40,7 @@ public:
 private:
     Result failure(int error) const;
 
-    std::string directory_; ///< where the file is
+    QString name_; ///< what failures call it
     int fd_ = -1;
 };
 

@@ -142,7 +142,8 @@ TEST_F(Painting, aLongTextLineCountsAsSeveral) {
 TEST_F(Painting, aTextThatCannotBeReadIsAnError) {
     for (const char* file :
          {"/nowhere/text", "/dev/zero", "/tmp", static_cast<const char*>(nullptr)})
-        EXPECT_EQ(painting_.paint_text(file, 3), QStringLiteral("cannot open the text file"));
+        EXPECT_EQ(painting_.paint_text(file, 3).error(),
+                  QStringLiteral("cannot open the text file"));
 }
 
 TEST_F(Painting, aTextStopsWhereTheDeviceTakesNoFurtherPage) {

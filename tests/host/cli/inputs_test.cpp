@@ -148,7 +148,7 @@ TEST_F(BadInputs, brokenMarkersAndBytesYieldAPage) {
     EXPECT_EQ(lines[2], "");
     EXPECT_EQ(lines[3], "zer");
     EXPECT_EQ(lines[4], "crlf\r");
-    EXPECT_EQ(lines[5], QByteArray(19, 'x'));
+    EXPECT_EQ(lines[5], QByteArray(20, 'x'));
 }
 
 TEST_F(BadInputs, aReportThatEndsEarlyYieldsItsPages) {
