@@ -1,6 +1,6 @@
 // Bytes are read as a marker at every place; a line that is escaped holds its text again.
-#include <printman/report/format.h>
 #include <printman/report/marker.h>
+#include <printman/report/reportformat.h>
 
 #include <algorithm>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <printman/report/format.h>
+#include <printman/report/reportformat.h>
 
 #include <cstddef>
 #include <string>

@@ -14,8 +14,8 @@
 #include <printman/report/reportbuffer.h>
 #include <printman/select/highlights.h>
 #include <printman/select/screensearch.h>
-#include <printman/system/fixednames.h>
 #include <printman/system/outputfile.h>
+#include <printman/system/sharedscratch.h>
 #include <printman/toolkit/psprinter.h>
 
 #include <QPoint>
@@ -52,9 +52,9 @@ public:
 
     printman::Watermark watermark;
     bool has_watermark = false;
-    QString server_ps;                ///< the PostScript file of the last server job
-    QString job_output;               ///< the output file that a job gave the printer last
-    printman::FixedNames fixed_names; ///< held while files of ours stand there
+    QString server_ps;                      ///< the PostScript file of the last server job
+    QString job_output;                     ///< the output file that a job gave the printer last
+    printman::SharedScratch shared_scratch; ///< held while files of ours stand there
 
     std::shared_ptr<printman::JobControl> control = std::make_shared<printman::JobControl>();
     printman::Result last_job;

@@ -1,6 +1,6 @@
 #include <printman/dialogs/openerror.h>
 #include <printman/manager/runningjob.h>
-#include <printman/output/jobturn.h>
+#include <printman/output/singlejob.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -18,8 +18,8 @@ CPrintMan::Private::RunningJob::~RunningJob() {
 }
 
 PdfPipeline CPrintMan::Private::RunningJob::pipeline() const {
-    return {*d_->printer, d_->fixed_names, d_->has_watermark ? &d_->watermark : nullptr, form_file_,
-            *d_->control};
+    return {*d_->printer, d_->shared_scratch, d_->has_watermark ? &d_->watermark : nullptr,
+            form_file_, *d_->control};
 }
 
 /// Says what the printer's next document is called and who made it.
@@ -39,7 +39,7 @@ ReportJob CPrintMan::Private::RunningJob::report_job() {
         {.printer = *d_->printer,
          .source = d_->loaded_report(),
          .units = d_->units,
-         .names = d_->fixed_names,
+         .names = d_->shared_scratch,
          .pipeline = pipeline(),
          .control = *d_->control,
          .pdf_mode = pdf_mode_,
@@ -56,7 +56,7 @@ ReportJob CPrintMan::Private::RunningJob::report_job() {
 
 int CPrintMan::Private::RunningJob::run_pipeline(
     const std::function<Result(PdfPipeline& pipeline)>& operation) {
-    const JobTurn turn;
+    const SingleJob turn;
     Result ready = turn.check();
     if (ready.ok())
         ready = d_->check_printer();

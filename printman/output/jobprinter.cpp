@@ -1,6 +1,6 @@
 #include <printman/output/jobprinter.h>
 #include <printman/output/watermark.h>
-#include <printman/system/fixednames.h>
+#include <printman/system/sharedscratch.h>
 #include <printman/toolkit/pagesizes.h>
 #include <printman/toolkit/psprinter.h>
 

@@ -78,7 +78,7 @@ Result PdfPipeline::reported_without_ps(const Result& failure) {
 
 Result PdfPipeline::create(QString& result) {
     result.clear();
-    const FixedNamesUse in_use(names_);
+    const SharedScratchUse in_use(names_);
     const Result claimed = claim(PdfPurpose::create);
     if (!claimed.ok())
         return reported_without_ps(claimed);
@@ -101,7 +101,7 @@ Result PdfPipeline::create(QString& result) {
 }
 
 Result PdfPipeline::print() {
-    const FixedNamesUse in_use(names_);
+    const SharedScratchUse in_use(names_);
     const Result claimed = claim(PdfPurpose::print);
     if (!claimed.ok())
         return reported_without_ps(claimed);
@@ -119,7 +119,7 @@ Result PdfPipeline::serve(const QString& ps) {
         return reported(ps.isEmpty()
                             ? Result::failure(QStringLiteral("there was no server job yet"))
                             : no_such_file(ps));
-    const FixedNamesUse in_use(names_);
+    const SharedScratchUse in_use(names_);
     const Result claimed = claim(PdfPurpose::serve);
     if (!claimed.ok())
         return reported(claimed);
@@ -140,7 +140,7 @@ Result PdfPipeline::serve(const QString& ps) {
 }
 
 Result PdfPipeline::convert(const QString& pdf) {
-    const FixedNamesUse in_use(names_);
+    const SharedScratchUse in_use(names_);
     Result claimed = take({name_of(tmp_ps)});
     if (claimed.ok())
         claimed = claim_scratch_name(QFile::encodeName(pdf));
@@ -159,7 +159,7 @@ Result PdfPipeline::convert(const QString& pdf) {
 }
 
 Result PdfPipeline::make_watermark() {
-    const FixedNamesUse in_use(names_);
+    const SharedScratchUse in_use(names_);
     const Result taken = take({name_of(tmp_watermark_ps), name_of(tmp_watermark)});
     return taken.ok() ? paint_watermark() : reported(taken);
 }

@@ -2,7 +2,7 @@
 
 #include <printman/output/pdfsteps.h>
 #include <printman/output/watermark.h>
-#include <printman/system/fixednames.h>
+#include <printman/system/sharedscratch.h>
 
 #include <QString>
 
@@ -21,8 +21,8 @@ public:
     /// @param mark    null for no watermark
     /// @param form    a PDF that is laid behind the report; empty for none
     /// @param control asked while a tool works or another job is waited for
-    PdfPipeline(PsPrinter& printer, FixedNames& names, const Watermark* mark, const QString& form,
-                JobControl& control)
+    PdfPipeline(PsPrinter& printer, SharedScratch& names, const Watermark* mark,
+                const QString& form, JobControl& control)
         : printer_(printer), names_(names), mark_(mark), form_(form), control_(control) {}
 
     /// Takes the fixed names for such an operation and sees that nothing of someone else's stands
@@ -58,7 +58,7 @@ private:
     Result run(PdfPurpose purpose, const PdfNames& files, const QStringList& fresh);
 
     PsPrinter& printer_;
-    FixedNames& names_;
+    SharedScratch& names_;
     const Watermark* mark_;
     QString form_;
     JobControl& control_;

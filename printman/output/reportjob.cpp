@@ -1,9 +1,9 @@
 #include <printman/output/chosenpdf.h>
 #include <printman/output/jobfont.h>
 #include <printman/output/jobmessages.h>
-#include <printman/output/jobturn.h>
 #include <printman/output/reportjob.h>
 #include <printman/output/scratchset.h>
+#include <printman/output/singlejob.h>
 #include <printman/output/steprunner.h>
 #include <printman/printer/paths.h>
 #include <printman/report/reportfailure.h>
@@ -143,7 +143,7 @@ Result ReportJob::paint_on_printer(QPainter& painter, const Pages& pages) {
 
 Result ReportJob::print(QWidget* parent, const char* printer_id, PrintedCopies printed,
                         bool must_ask) {
-    const JobTurn turn;
+    const SingleJob turn;
     if (!turn.check().ok())
         return turn.check();
     start_control();
@@ -160,7 +160,7 @@ Result ReportJob::print_by_record(QWidget* parent, const PrinterRecord& record,
     Result ready = check_ready(generic);
     if (!ready.ok())
         return ready;
-    const FixedNamesUse in_use(tools_.names);
+    const SharedScratchUse in_use(tools_.names);
     const PageMargins margins = tools_.units.margins = usable_margins(record.margins);
     std::unique_ptr<QPainter> painter;
     Result started = start({.printer = record.name,

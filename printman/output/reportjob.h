@@ -20,7 +20,7 @@ struct JobTools {
     PsPrinter& printer;
     LoadedReport source;
     PageUnits& units; ///< its margins become those of the printer's record
-    FixedNames& names;
+    SharedScratch& names;
     PdfPipeline pipeline;
     JobControl& control; ///< a job is also canceled when the manager goes
     bool pdf_mode;       ///< whether a printed job goes through the PDF pipeline

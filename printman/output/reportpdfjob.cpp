@@ -1,7 +1,7 @@
 #include <printman/output/jobfont.h>
 #include <printman/output/jobmessages.h>
-#include <printman/output/jobturn.h>
 #include <printman/output/reportjob.h>
+#include <printman/output/singlejob.h>
 #include <printman/printer/paths.h>
 #include <printman/toolkit/psprinter.h>
 #include <printman/toolkit/widgets.h>
@@ -57,7 +57,7 @@ void ReportJob::begin_pdf() {
 }
 
 Result ReportJob::save_pdf(QWidget* parent, const QString& file) {
-    const JobTurn turn;
+    const SingleJob turn;
     if (!turn.check().ok())
         return turn.check();
     Result ready = check_ready(false);
@@ -72,7 +72,7 @@ Result ReportJob::save_pdf(QWidget* parent, const QString& file) {
     const std::optional<QFont> font = choose_report_font(parent);
     if (!font || is_over(window))
         return Result::declined();
-    const FixedNamesUse in_use(tools_.names);
+    const SharedScratchUse in_use(tools_.names);
     Result painted = paint_to_file(*font);
     return painted.ok() ? tools_.pipeline.convert(file) : painted;
 }
@@ -83,7 +83,7 @@ Result ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QSt
     std::optional<PrinterRecord> record;
     if (is_named)
         record = take_record(setup_file, printer_id);
-    const JobTurn turn;
+    const SingleJob turn;
     if (!turn.check().ok())
         return turn.check();
     Result ready = check_ready(false);
@@ -110,7 +110,7 @@ Result ReportJob::make_pdf(QWidget* parent, const QString& printer_id, const QSt
         font = *chosen;
     }
     set_sheet_margins(printer, tools_.units.margins);
-    const FixedNamesUse in_use(tools_.names);
+    const SharedScratchUse in_use(tools_.names);
     Result painted = paint_to_file(font);
     return painted.ok() ? tools_.pipeline.create(result) : painted;
 }

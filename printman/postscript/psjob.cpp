@@ -54,8 +54,8 @@ bool PsJob::begin(const PsJobSetup& setup, const QPageLayout& layout) {
     }
     if (!succeeds(sink_->open()) || !succeeds(spool_.open(directory, setup.output_file)))
         return false;
-    // Written at once, so that a target that takes nothing fails the job before it is painted. A
-    // spooler that has nothing yet forgets a job that is dropped.
+    // Written first, so that an output that accepts nothing fails the job before it is painted. Not
+    // to a spooler: it forgets a dropped job only if it has received nothing.
     if (!setup.output_file.isEmpty() && !succeeds(sink_->write(first_line)))
         return false;
     first_size_ = paper_points(layout);

@@ -28,7 +28,7 @@ struct PsJobSetup {
     bool collate = true;
     int resolution = PsPrinter::dotsPerInch; ///< device pixels per inch
 
-    /// Asked while the spooler is waited for.
+    /// Asked while waiting for the spooler.
     std::shared_ptr<JobControl> control = std::make_shared<JobControl>();
 };
 
@@ -43,10 +43,11 @@ public:
     /// below, are in result().
     bool begin(const PsJobSetup& setup, const QPageLayout& layout);
 
-    /// Ends the page and starts another: false when the job has failed.
+    /// Ends the page and starts another; false if the job has failed.
     bool new_page(const QPageLayout& layout);
 
-    /// Completes the document: false when the job failed, then or before. Nothing is left of it.
+    /// Completes the document; false if the job has failed, now or before. Then nothing is left of
+    /// it.
     bool end();
 
     /// Drops the job; nothing is left of it.

@@ -6,9 +6,10 @@
 
 #include <string>
 
-// Where the library's files are. Each function asks the host for a setting of "dlwmenu.ini",
-// section "env", and adds the file name to what it says, as it says it; without the setting it is
-// the current directory, and an empty text where that no longer exists. No function creates a file.
+// Where the library's files are. Each function asks the host for a setting in section "env" of
+// "dlwmenu.ini" and appends the file name to its value, which is taken as it is. Without the
+// setting it takes the current directory; where that no longer exists the result is empty. No
+// function creates a file.
 
 /// The printer setup file, "/PRTSETUP.BIN", in the directory PRTINI.
 PRINTMAN_EXPORT QString get_prtbin_path();

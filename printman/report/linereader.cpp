@@ -1,5 +1,5 @@
-#include <printman/report/format.h>
 #include <printman/report/linereader.h>
+#include <printman/report/reportformat.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -1,5 +1,5 @@
-#include <printman/report/format.h>
 #include <printman/report/marker.h>
+#include <printman/report/reportformat.h>
 
 #include <algorithm>
 #include <array>

@@ -2,7 +2,7 @@
 
 #include <printman/pagerequest.h>
 #include <printman/report/escapetable.h>
-#include <printman/report/format.h>
+#include <printman/report/reportformat.h>
 
 #include <array>
 #include <cstdio>

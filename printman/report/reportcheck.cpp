@@ -1,7 +1,7 @@
-#include <printman/report/format.h>
 #include <printman/report/linereader.h>
 #include <printman/report/marker.h>
 #include <printman/report/reportcheck.h>
+#include <printman/report/reportformat.h>
 #include <printman/system/regularfile.h>
 
 #include <algorithm>

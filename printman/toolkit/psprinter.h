@@ -52,8 +52,8 @@ public:
     /// starts, and an aborted or failed job leaves nothing.
     void setScratchFileName(const QString& path);
 
-    /// Sets what is asked some twenty times a second while a job waits for its spooler; the job is
-    /// dropped when it says to stop. Null for nothing, as in the beginning.
+    /// Sets the control that is asked some twenty times a second while a job waits for its spooler.
+    /// The job is dropped when it says to stop. By default there is none (null).
     void setJobControl(const std::shared_ptr<printman::JobControl>& control);
 
     /// Does nothing: the output is always PostScript.
@@ -79,10 +79,10 @@ public:
     /// resets it.
     bool isPdfChosen() const;
 
-    /// How the last job ended: a failure when it did not succeed.
+    /// The result of the last job.
     printman::Result lastJob() const;
 
-    /// Why it failed, in one line; empty when it did not.
+    /// Why it failed, in one line; empty if it did not.
     QString errorString() const;
 
 private:

@@ -185,7 +185,7 @@ TEST_F(PdfExtras, interruptionWhileTheWatermarkIsMadeLeavesTheEarlierFileAndNoth
     EXPECT_EQ(taken_scratch_names(), QStringList());
 }
 
-TEST_F(PdfExtras, interruptionWhileAnotherJobHasTheFixedNamesEndsTheWait) {
+TEST_F(PdfExtras, interruptionWhileAnotherJobHasTheSharedScratchEndsTheWait) {
     const NameLock other(job_lock_file);
     const Ended result = interrupt({text("pdf"), in, out, text("--watermark=MARK")}, SIGINT,
                                    [this] { return is_painted(); });

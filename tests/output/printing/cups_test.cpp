@@ -67,7 +67,7 @@ TEST_F(RealQueue, thatDoesNotExistIsAnErrorThatTheUserSees) {
     EXPECT_EQ(error(), text("'lpr -P nowhere /tmp/korvo.ps' failed with status 1"));
     EXPECT_THAT(told, testing::HasSubstr("printman: 'lpr -P nowhere /tmp/korvo.ps'"));
     EXPECT_EQ(cups_.jobs(0).size(), 0);
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(RealQueue, keepsNothingOfAJobThatWasCanceled) {

@@ -193,7 +193,7 @@ TEST_F(AskedJobs, aPdfIsSavedInTheChosenFontUnderItsNameInTmpdir) {
     ASSERT_EQ(manager_.save_rpt_pdffile(&window_), 1) << error().toStdString();
     EXPECT_EQ(page_words(path(text("korvopdf.pdf"))), (QStringList{text("page1"), text("page2")}));
     EXPECT_EQ(files(), QStringList{text("korvopdf.pdf")});
-    EXPECT_EQ(fixed_names(), QStringList{text("korvo.ps")});
+    EXPECT_EQ(shared_scratch(), QStringList{text("korvo.ps")});
     // Automatic page formatting is off: ten points are ten points, not what fills the page.
     const QString boxes = QString::fromUtf8(
         testsupport::run(text("pdftotext"), {text("-bbox"), path(text("korvopdf.pdf")), text("-")})
@@ -225,7 +225,7 @@ TEST_F(AskedJobs, cancellingTheFontMakesNoPdf) {
     EXPECT_EQ(manager_.save_rpt_pdffile(&window_), 0);
     EXPECT_EQ(manager_.print_rpt_pdffile(&window_), 0);
     EXPECT_TRUE(manager_.last_job_ok());
-    EXPECT_EQ(files() + fixed_names(), QStringList());
+    EXPECT_EQ(files() + shared_scratch(), QStringList());
 }
 
 TEST_F(AskedJobs, withoutAReportPrinterThePdfIsInTheChosenFont) {

@@ -43,7 +43,7 @@ protected:
     void expect_earlier_file() {
         EXPECT_EQ(read(text("out.pdf")), "earlier");
         EXPECT_EQ(files(), (QStringList{text("f.pdf"), text("out.pdf")}));
-        EXPECT_EQ(fixed_names(), QStringList());
+        EXPECT_EQ(shared_scratch(), QStringList());
         QFile::remove(tools_.filePath(text("log")));
     }
 };
@@ -89,7 +89,7 @@ TEST_F(Failures, ofLprNameItsPackage) {
     paint();
     const std::string told = said([this] { EXPECT_EQ(manager_.print_pdf_file(), 0); });
     EXPECT_EQ(told, "printman: lpr is not installed; the Debian package cups-bsd or lpr has it\n");
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(Failures, ofAPdfThatHadNoEarlierFileLeaveThePostScript) {
@@ -225,7 +225,7 @@ TEST_F(Failures, whatIsInTheWayOfAJobIsFoundBeforeItIsPainted) {
     EXPECT_TRUE(QDir().rmdir(text("/tmp/watermark.pdf")));
     EXPECT_EQ(painted, 0);
     EXPECT_EQ(log(), QStringList());
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(Failures, whatIsNotOnesOwnAtAFixedNameFailsTheJobAndStays) {
@@ -237,7 +237,7 @@ TEST_F(Failures, whatIsNotOnesOwnAtAFixedNameFailsTheJobAndStays) {
     EXPECT_EQ(error(), text("/tmp/korvo.pdf: is in the way and is no file"));
     EXPECT_TRUE(QDir().rmdir(text("/tmp/korvo.pdf")));
     EXPECT_EQ(log(), QStringList());
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
     ASSERT_TRUE(QDir().mkdir(text("/tmp/korvo.ps")));
     EXPECT_EQ(manager_.create_printer("office", DLWDEVMODE{}), nullptr);
     EXPECT_EQ(error(), text("/tmp/korvo.ps: is in the way and is no file"));

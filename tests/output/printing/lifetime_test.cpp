@@ -63,7 +63,7 @@ protected:
 
     void expect_nothing_printed(const char* operation) {
         EXPECT_EQ(files(), QStringList()) << operation;
-        EXPECT_EQ(fixed_names(), QStringList()) << operation;
+        EXPECT_EQ(shared_scratch(), QStringList()) << operation;
         EXPECT_EQ(log(), QStringList()) << operation;
     }
 
@@ -141,7 +141,7 @@ TEST_F(Lifetime, aManagerThatGoesWhileAToolWorksEndsTheJob) {
                                           path(text("job.bin")), {}, {}),
               0);
     EXPECT_EQ(host_, nullptr);
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(Lifetime, noOtherReportIsTakenUntilTheJobHasEnded) {

@@ -42,7 +42,7 @@ TEST_F(PdfJobs, createRunsTwoCommandsForAReportWithAForm) {
                                   text("pdftk [/tmp/korvo.pdf] [background] [%1] [output] [%2]")
                                       .arg(manager_.form_file, result)}));
     EXPECT_EQ(read_file(result), "/tmp/korvo.pdf background " + manager_.form_file.toUtf8() + '\n');
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(PdfJobs, printRunsFiveCommandsForAWatermarkBehindAForm) {
@@ -61,7 +61,7 @@ TEST_F(PdfJobs, printRunsFiveCommandsForAWatermarkBehindAForm) {
                   text("pdftk [/tmp/korvo.pdf] [background] [/tmp/korvoout.pdf] [output] "
                        "[/tmp/korvoout2.pdf]"),
                   text("lpr [-P] [office] [/tmp/korvo.ps]")}));
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(PdfJobs, aWatermarkInFrontOfAFormIsLaidOverWhatAnEarlierRunLeft) {
@@ -75,7 +75,7 @@ TEST_F(PdfJobs, aWatermarkInFrontOfAFormIsLaidOverWhatAnEarlierRunLeft) {
               (QStringList{
                   text("pdftk [/tmp/watermark.pdf] [background] [/tmp/korvoout.pdf] [output] [%1]")
                       .arg(manager_.result_pdf_file)}));
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(PdfJobs, aWatermarkInFrontOfAFormFailsWhenNothingWasLeft) {
@@ -132,7 +132,7 @@ TEST_F(PdfJobs, toolsThatMakeNothingFailTheJobAndTheirCommandsStillRun) {
     EXPECT_EQ(log().last(), text("lpr [-P] [office] [/tmp/korvo.ps]"));
     EXPECT_EQ(error(), text("'ps2pdf /tmp/korvo.ps /tmp/korvo.pdf' produced an incomplete file"));
     EXPECT_THAT(told, testing::HasSubstr("printman: 'pdftk /tmp/korvo.pdf background"));
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(PdfJobs, aServerJobPutsThePdfInThePlaceOfThePostScript) {
@@ -156,5 +156,5 @@ TEST_F(PdfJobs, aServerJobPutsThePdfInThePlaceOfThePostScript) {
     EXPECT_EQ(read(text("out.ps")),
               pdf.toUtf8() + " background " + manager_.form_file.toUtf8() + '\n');
     EXPECT_EQ(files(), (QStringList{text("f.pdf"), text("out.ps")}));
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }

@@ -6,7 +6,7 @@ using namespace testsupport;
 
 namespace {
 
-void take(printman::FixedNames& names) {
+void take(printman::SharedScratch& names) {
     printman::JobControl control;
     EXPECT_TRUE(names.take(control).ok());
     EXPECT_TRUE(names.is_held());
@@ -86,8 +86,8 @@ QStringList Printing::files() const {
     return QDir(work_.path()).entryList(QDir::Files | QDir::Hidden | QDir::System);
 }
 
-QStringList Printing::fixed_names() {
-    printman::FixedNames no_other_job;
+QStringList Printing::shared_scratch() {
+    printman::SharedScratch no_other_job;
     take(no_other_job);
     return taken_scratch_names();
 }

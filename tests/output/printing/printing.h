@@ -6,7 +6,7 @@
 #include "tests/support/tools.h"
 
 #include <printman/printman.h>
-#include <printman/system/fixednames.h>
+#include <printman/system/sharedscratch.h>
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -53,7 +53,7 @@ protected:
     QString error() const { return manager_.last_job_error(); }
 
     /// Those of the fixed names that are taken while no job of another process is under way.
-    static QStringList fixed_names();
+    static QStringList shared_scratch();
 
     /// What a call writes to standard error.
     template <typename Call>
@@ -64,7 +64,7 @@ protected:
     }
 
     testsupport::ScratchNamesAlone alone_;
-    printman::FixedNames job_lock_;
+    printman::SharedScratch job_lock_;
     QTemporaryDir work_;
     QTemporaryDir tools_;
     QTemporaryDir reports_;

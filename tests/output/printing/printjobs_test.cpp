@@ -171,7 +171,7 @@ TEST_F(PrintJobs, aLocalJobInPdfModeIsPrintedByLpr) {
     ASSERT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 1) << error().toStdString();
     EXPECT_EQ(log(), (QStringList{text("ps2pdf [/tmp/korvo.ps] [/tmp/korvo.pdf]"),
                                   text("lpr [-P] [office] [/tmp/korvo.ps]")}));
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
     EXPECT_TRUE(manager_.pdf_mode);
 }
 
@@ -196,7 +196,7 @@ TEST_F(PrintJobs, aQueueThatTheSpoolerDoesNotKnowIsAnError) {
         said([this] { EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 0); });
     EXPECT_EQ(told, "printman: 'lpr -P office /tmp/korvo.ps' failed with status 1\n");
     EXPECT_EQ(error(), text("'lpr -P office /tmp/korvo.ps' failed with status 1"));
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(PrintJobs, theProgressFunctionSeesEveryPageAndMayStopTheJob) {
@@ -219,7 +219,7 @@ TEST_F(PrintJobs, theProgressFunctionSeesEveryPageAndMayStopTheJob) {
     manager_.pdf_mode = true;
     EXPECT_EQ(manager_.print_rpt_page(nullptr, "laser", 1, 1, 0, 0), 0);
     EXPECT_EQ(log(), QStringList());
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(PrintJobs, canBeCanceledFromAnEventWhileTheyPrint) {

@@ -80,7 +80,7 @@ TEST_F(RealPdf, aServerJobHasReportFormAndWatermarkOnEveryPage) {
         EXPECT_GT(red_area(picture).width(), 30) << page;
         EXPECT_EQ(picture.pixelColor(100, picture.height() - 10), QColor(Qt::blue));
     }
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(RealPdf, aWatermarkInFrontCoversTheReportAndOneBehindDoesNot) {
@@ -205,7 +205,7 @@ TEST_F(RealPdf, printRptPdffileHasTheSheetOfTheReportPrinter) {
     EXPECT_TRUE(info.contains("841.89 x 595") || info.contains("842 x 595")) << info.toStdString();
     EXPECT_EQ(page_count(manager_.result_pdf_file), 2);
     EXPECT_EQ(pdf_words(manager_.result_pdf_file).filter(text("page")).size(), 2);
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(RealPdf, theMarginsCountTwiceInPdfModeAndOnceElse) {

@@ -45,7 +45,7 @@ TEST_F(Turns, processesThatMakeWatermarkedPdfsAtTheSameTimeGetTheirOwn) {
     }
     EXPECT_EQ(files().filter(text(".pdf")).size(), 2 * jobs());
     EXPECT_EQ(files().size(), 2 * jobs());
-    EXPECT_EQ(fixed_names(), QStringList());
+    EXPECT_EQ(shared_scratch(), QStringList());
 }
 
 TEST_F(Turns, aJobWaitsUntilAnotherProcessIsDone) {

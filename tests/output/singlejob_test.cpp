@@ -1,14 +1,14 @@
-#include <printman/output/jobturn.h>
+#include <printman/output/singlejob.h>
 
 #include <gtest/gtest.h>
 
 using namespace printman;
 
-TEST(JobTurn, isTheFirstOnesAlone) {
-    const JobTurn first;
+TEST(SingleJob, isTheFirstOnesAlone) {
+    const SingleJob first;
     EXPECT_TRUE(first.check().ok());
     {
-        const JobTurn second;
+        const SingleJob second;
         EXPECT_FALSE(second.check().ok());
     }
     EXPECT_TRUE(first.check().ok());

@@ -18,7 +18,7 @@ inline constexpr char tmp_lock_file[] = "/tmp/korvo.lock";
 
 /// The right to the fixed names in /tmp, which all processes take in turn. All jobs of this process
 /// share it; it is held until the last of them has let it go.
-class FixedNames {
+class SharedScratch {
 public:
     /// Takes it, waiting for other processes; nothing happens when this one holds it already.
     Result take(JobControl& control);
@@ -31,15 +31,15 @@ private:
 };
 
 /// Lets the fixed names go when it ends.
-class FixedNamesUse {
+class SharedScratchUse {
 public:
-    explicit FixedNamesUse(FixedNames& names) : names_(names) {}
-    ~FixedNamesUse() { names_.release(); }
-    FixedNamesUse(const FixedNamesUse&) = delete;
-    FixedNamesUse& operator=(const FixedNamesUse&) = delete;
+    explicit SharedScratchUse(SharedScratch& names) : names_(names) {}
+    ~SharedScratchUse() { names_.release(); }
+    SharedScratchUse(const SharedScratchUse&) = delete;
+    SharedScratchUse& operator=(const SharedScratchUse&) = delete;
 
 private:
-    FixedNames& names_;
+    SharedScratch& names_;
 };
 
 } // namespace printman

@@ -1,4 +1,4 @@
-#include <printman/report/format.h>
+#include <printman/report/reportformat.h>
 
 #include <cstdlib>
 

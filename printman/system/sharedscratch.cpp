@@ -1,4 +1,4 @@
-#include <printman/system/fixednames.h>
+#include <printman/system/sharedscratch.h>
 
 namespace printman {
 
@@ -11,7 +11,7 @@ std::weak_ptr<FileLock>& shared_lock() {
 
 } // namespace
 
-Result FixedNames::take(JobControl& control) {
+Result SharedScratch::take(JobControl& control) {
     if (lock_)
         return {};
     std::shared_ptr<FileLock> lock = shared_lock().lock();

@@ -1,4 +1,4 @@
-#include <printman/output/jobturn.h>
+#include <printman/output/singlejob.h>
 
 namespace printman {
 
@@ -8,13 +8,13 @@ int jobs_under_way = 0;
 
 } // namespace
 
-JobTurn::JobTurn() : is_first_(jobs_under_way++ == 0) {}
+SingleJob::SingleJob() : is_first_(jobs_under_way++ == 0) {}
 
-JobTurn::~JobTurn() {
+SingleJob::~SingleJob() {
     --jobs_under_way;
 }
 
-Result JobTurn::check() const {
+Result SingleJob::check() const {
     return is_first_ ? Result()
                      : Result::failure(QStringLiteral("another report is being printed"));
 }
