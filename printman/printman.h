@@ -51,8 +51,8 @@ class QWidget;
 /// **Jobs** print the whole report or make a PDF of it. They answer 0 also when the user cancels
 /// one of their dialogs. The last page is loaded afterwards, and none of them shows a page: where
 /// there is a view, call show_rpt_page() next. The report must stay until a job has ended, and
-/// init_printman() is refused meanwhile. While a dialog is open or the host's events are handled,
-/// the manager or the parent of the dialogs may go, which ends the job.
+/// init_printman() is refused meanwhile. The manager may go while a dialog is open or the host's
+/// events are handled, the parent of the dialogs while one of them is open: that ends the job.
 ///
 /// **Tools and fixed names.** PDF files are made by ps2pdf and pdftk, and printed by lpr, which are
 /// found on PATH. What goes wrong with them is also told on standard error. Their files have fixed
@@ -510,7 +510,7 @@ public:
     /// A job that prints the report into a file, without a dialog: PostScript, or in PDF mode a PDF
     /// with form and watermark.
     ///
-    /// @param printer_id  null or empty does nothing
+    /// @param printer_id  null or empty is a failure: nothing is printed, and the setup file stays
     /// @param output_file takes its name when it is complete; where the PDF of a file that was not
     ///                    there before cannot be made, the PostScript is left in it
     /// @param setup_file  has the printer, and is removed, whether it has or not
@@ -522,8 +522,9 @@ public:
     /// @name PDF
     /// @{
 
-    /// The PDF of the last create_pdffile(), in the directory that then was the current one; empty
-    /// when there was nothing to make it of. There is no such file when that failed.
+    /// The PDF of the last create_pdffile() or print_rpt_pdffile(), in the directory that then was
+    /// the current one; empty when that ended before a name was chosen. There is no such file when
+    /// it failed.
     QString result_pdf_file;
 
     /// Makes a PDF of "/tmp/korvo.ps" with form and watermark, in a new file in the current
@@ -659,8 +660,9 @@ public:
     /// @}
 
 public slots:
-    /// Aborts the printer's job: print_page() then paints nothing until the job has ended, and a
-    /// job of the whole report ends at its next page.
+    /// Aborts the printer's job: print_page() then paints nothing until the job has ended, a job of
+    /// the whole report ends at its next page, and any long operation stops where it would call the
+    /// progress function.
     void printing_canceled();
 
     /// Leaves preview and shows the page at the zoom that was chosen last. The results are those of

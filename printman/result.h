@@ -41,7 +41,7 @@ public:
     /// What went wrong; empty when nothing did.
     const QString& error() const { return error_; }
 
-    /// The external program that has failed, and how it ended; empty for any other failure.
+    /// The external program that ran and failed, and how it ended; empty for any other failure.
     const QString& tool() const { return tool_; }
     const QString& tool_end() const { return tool_end_; }
 

@@ -2,7 +2,7 @@
 #include <printman/export/browser.h>
 #include <printman/export/pagehtml.h>
 #include <printman/export/pagetext.h>
-#include <printman/manager/printmanprivate.h>
+#include <printman/manager/runningjob.h>
 #include <printman/output/jobprinter.h>
 #include <printman/output/pageprint.h>
 
@@ -46,8 +46,10 @@ QString CPrintMan::copy_page(QString& html) {
 
 void CPrintMan::save_allto_clipboard() {
     QString html = report_html_head;
-    const Result copied = d->append_pages(html);
-    d->note(copied);
+    Private::RunningJob job(*this);
+    job.start_control();
+    const Result copied = job->append_pages(html);
+    job->note(copied);
     html += report_html_tail;
     if (!copied.is_canceled() && clipboard())
         clipboard()->setText(html);
@@ -55,9 +57,12 @@ void CPrintMan::save_allto_clipboard() {
 
 void CPrintMan::print_cur_page(QWidget* parent) {
     const PageGeometry page = d->report.geometry();
-    if (!d->printer || !page.known())
+    if (!parent || !d->printer || !page.known())
         return;
     forget_output(*d->printer, d->job_output);
+    // What an earlier job was told does not end this one.
+    d->control->start(0, 1);
+    d->printer->setJobControl(d->control);
     const QPointer<CPrintMan> self = this;
     const Result printed = print_page_as_chosen(parent, d->printer, d->units,
                                                 {d->rows.rows(), page.columns, page.lines});

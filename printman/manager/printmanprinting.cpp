@@ -28,7 +28,7 @@ QPainter* CPrintMan::Private::start_painter(CPrintMan& manager, const PainterSet
     std::unique_ptr<QPainter> painter;
     if (ready.ok()) {
         if (!is_printing())
-            control->start(0, report.page_count());
+            job.start_control();
         ready = job.report_job().start(setup, painter);
     }
     note(ready);

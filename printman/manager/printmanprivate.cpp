@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QPainter>
+#include <QPointer>
 #include <QWidget>
 
 using namespace printman;
@@ -95,16 +96,17 @@ bool CPrintMan::Private::show_loaded_page(bool is_another) {
 
 /// Indexes the report once more and saves it, without the last column of full lines.
 Result CPrintMan::Private::save_report(QWidget* parent, const char* path) {
+    // The progress function may close it.
+    const QPointer<QWidget> window = parent;
     OutputFile out;
     Result saved = out.open(path);
     if (saved.ok()) {
-        if (parent)
-            parent->setCursor(Qt::WaitCursor);
+        if (window)
+            window->setCursor(Qt::WaitCursor);
         init_buffer(0, 0);
-        control->start(0, report.page_count());
         saved = write_report_text(report, fields, out, LastColumn::dropped, *control);
-        if (parent)
-            parent->setCursor(Qt::ArrowCursor);
+        if (window)
+            window->setCursor(Qt::ArrowCursor);
     }
     return saved;
 }
@@ -119,14 +121,12 @@ Result CPrintMan::Private::write_report(const char* path) {
     Result opened = out.open(path);
     if (!opened.ok())
         return opened;
-    control->start(0, report.page_count());
     return write_report_text(report, fields, out, LastColumn::kept, *control);
 }
 
 /// Appends the pages of the report to @p html.
 Result CPrintMan::Private::append_pages(QString& html) {
     const int total = report.page_count();
-    control->start(0, total);
     int done = 0;
     while (done < total && load_page(done == 0 ? page_first : page_next)) {
         append_page_html(html, rows.rows());

@@ -1,10 +1,11 @@
 #include <printman/dialogs/openerror.h>
 #include <printman/export/pagetext.h>
-#include <printman/manager/printmanprivate.h>
+#include <printman/manager/runningjob.h>
 #include <printman/printer/paths.h>
 #include <printman/render/itempainter.h>
 
 #include <QFile>
+#include <QPointer>
 
 #include <algorithm>
 
@@ -21,8 +22,7 @@ CPrintMan::CPrintMan() : d(std::make_shared<Private>()) {}
 
 CPrintMan::~CPrintMan() {
     // A job that has let this happen ends, and then lets go of the rest.
-    if (d->jobs > 0)
-        d->control->cancel();
+    d->control->cancel();
     d.reset();
     if (remove_on_destroy && !remove_file.isEmpty())
         QFile::remove(remove_file);
@@ -89,16 +89,20 @@ int CPrintMan::get_rpt_page(char* buffer, int size, int request) {
 int CPrintMan::save_rpt_file(QWidget* parent, const char* path) {
     if (!path || !*path)
         return 0;
-    const Result saved = d->save_report(parent, path);
-    const int done = d->note(saved);
-    // The manager may go while the box is open.
-    if (parent && !done && !saved.is_canceled())
-        show_open_error(parent, path);
+    const QPointer<QWidget> window = parent;
+    Private::RunningJob job(*this);
+    job.start_control();
+    const Result saved = job->save_report(parent, path);
+    const int done = job->note(saved);
+    if (window && !done && !saved.is_canceled())
+        show_open_error(window, path);
     return done;
 }
 
 int CPrintMan::write_rpt_text(const char* path) {
-    return d->note(d->write_report(path));
+    Private::RunningJob job(*this);
+    job.start_control();
+    return job->note(job->write_report(path));
 }
 
 bool CPrintMan::last_job_ok() const {

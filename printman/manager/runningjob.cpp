@@ -17,6 +17,11 @@ CPrintMan::Private::RunningJob::~RunningJob() {
     --d_->jobs;
 }
 
+void CPrintMan::Private::RunningJob::start_control() {
+    if (d_->jobs == 1)
+        d_->control->start(0, d_->report.page_count());
+}
+
 PdfPipeline CPrintMan::Private::RunningJob::pipeline() const {
     return {*d_->printer, d_->shared_scratch, d_->has_watermark ? &d_->watermark : nullptr,
             form_file_, *d_->control};
@@ -44,12 +49,14 @@ ReportJob CPrintMan::Private::RunningJob::report_job() {
          .control = *d_->control,
          .pdf_mode = pdf_mode_,
          .output = d_->job_output,
+         // This outlives the job.
          .save_text = [d = d_.get(), once = text_once_](QWidget* parent, const QString& file) {
              const QByteArray name = QFile::encodeName(file);
+             const QPointer<QWidget> window = parent;
              Result saved = once ? d->write_report(name.constData())
                                  : d->save_report(parent, name.constData());
-             if (parent && !once && !saved.ok() && !saved.is_canceled())
-                 show_open_error(parent, name.constData());
+             if (window && !once && !saved.ok() && !saved.is_canceled())
+                 show_open_error(window, name.constData());
              return saved;
          }});
 }

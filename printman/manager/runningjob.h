@@ -21,6 +21,10 @@ public:
     /// The manager itself, null when it has gone.
     CPrintMan* manager() const { return manager_; }
 
+    /// Begins an operation that walks the report's pages, unless it is part of another one, which
+    /// may be canceled already.
+    void start_control();
+
     /// The job of the whole report; there is a printer.
     printman::ReportJob report_job();
 

@@ -32,8 +32,10 @@ make_chosen_pdf(const PsPrinter& printer,
     const bool is_ended = painter.end();
     if (!painted.ok())
         return painted;
+    if (!is_ended)
+        return write_failure(out.device()->errorString());
     const Result written = out.commit();
-    return is_ended && written.ok() ? Result() : write_failure(written.error());
+    return written.ok() ? written : write_failure(written.error());
 }
 
 } // namespace printman

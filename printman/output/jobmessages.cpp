@@ -8,7 +8,7 @@ namespace printman {
 
 Result printer_failure(const PsPrinter& printer) {
     Result job = printer.lastJob();
-    return job.ok() ? Result::failure(QStringLiteral("the report cannot be printed")) : job;
+    return job.ok() ? Result::failure(QStringLiteral("nothing could be printed")) : job;
 }
 
 Result printer_not_found(const QString& printer_id) {

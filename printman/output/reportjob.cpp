@@ -230,7 +230,6 @@ Result ReportJob::print_to_pdf(const Pages& pages) {
 
 Result ReportJob::serve(const char* printer_id, PrintedCopies printed, const QString& output_file,
                         const QString& setup_file) {
-    start_control();
     const auto record = find_printer(setup_file, printer_id);
     Result served = record ? serve_record(*record, printed, output_file)
                            : printer_not_found(utf8_or_latin1(printer_id));
@@ -246,6 +245,7 @@ Result ReportJob::serve_record(const PrinterRecord& record, PrintedCopies printe
         return ready;
     if (output_file.isEmpty())
         return Result::failure(QStringLiteral("there is no output file"));
+    start_control();
     // The PDF takes the place of the PostScript in the host's file, and both that of an earlier
     // one.
     const bool to_pdf = tools_.pdf_mode;

@@ -51,8 +51,8 @@ private:
     bool was_given_;
 };
 
-/// Prints a whole report: to a printer, or into a PDF. While a dialog is open or events are handled
-/// the parent of the dialogs may go, which then ends the job.
+/// Prints a whole report: to a printer, or into a PDF. The parent of the dialogs may go while one
+/// of them is open, which then ends the job.
 class ReportJob {
 public:
     explicit ReportJob(JobTools tools) : tools_(std::move(tools)) {}

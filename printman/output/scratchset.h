@@ -23,7 +23,8 @@ public:
     /// Makes an empty file for each part, "<prefix><number>.<extension>". On failure no file is
     /// left.
     ///
-    /// @param control asked while another job names files there
+    /// @param control asked while another job names files there. A name that is taken is waited for
+    ///                without asking, see timed_free_name()
     Result create(const std::vector<Part>& parts, JobControl& control);
 
     /// The names, with the directory's.

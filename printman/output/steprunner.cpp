@@ -32,6 +32,7 @@ struct FileState {
 };
 
 /// A tool takes the place of the shell, so that its own end is known and it ends with this process.
+/// Without a progress function it stays in this process's group: the terminal's interrupt ends it.
 CommandResult run_step(const QByteArray& command, JobControl& control) {
     const bool is_tool = !package_of(command_tool(command)).isEmpty();
     return run_command(is_tool ? "exec " + command : command,

@@ -19,8 +19,7 @@ public:
     /// Paints the watermark's page and makes its PDF; a failure has been reported.
     using MakeWatermark = std::function<Result()>;
 
-    /// @param control        asked while a tool works; when it says to stop, the tool is killed,
-    /// and
+    /// @param control        asked while a tool works; when it says to stop, the tool is killed and
     ///                       all but the removing is left out
     /// @param make_watermark for the step of that name; may be empty where there is none
     /// @param fresh          files that were made anew, and empty, for this job

@@ -24,10 +24,10 @@ struct WallClock {
     static WallClock system();
 };
 
-/// The same with the first number that the C library's random() gives after srandom() with the
-/// current second. The process's own generator is not touched. A name that is taken is asked for
-/// again when the second has changed; after five seconds the numbers that follow in the sequence
-/// are taken instead, so that a directory filled on purpose holds nobody up.
+/// A free name whose number is the first that the C library's random() gives after srandom() with
+/// the current second. The process's own generator is not touched. A name that is taken is asked
+/// for again when the second has changed; after five seconds the numbers that follow in the
+/// sequence are taken instead, so that a directory filled on purpose holds nobody up.
 QString timed_free_name(const QString& start, const QString& end,
                         const WallClock& clock = WallClock::system());
 

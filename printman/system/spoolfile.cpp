@@ -36,16 +36,14 @@ Result SpoolFile::failure(int error) const {
 
 Result SpoolFile::open(const std::string& directory, const QString& name) {
     close();
-    std::string where = directory;
-    if (!where.empty())
-        fd_ = open_unnamed(where);
-    if (fd_ < 0) {
-        where = QFile::encodeName(QDir::tempPath()).toStdString();
-        fd_ = open_unnamed(where);
-    }
-    const int error = errno;
-    name_ = name.isEmpty() ? QFile::decodeName(where.c_str()) : name;
-    return fd_ < 0 ? failure(error) : Result();
+    name_ = name.isEmpty() ? QFile::decodeName(directory.c_str()) : name;
+    if (!directory.empty())
+        fd_ = open_unnamed(directory);
+    if (fd_ >= 0)
+        return {};
+    name_ = QDir::tempPath();
+    fd_ = open_unnamed(QFile::encodeName(name_).toStdString());
+    return fd_ < 0 ? failure(errno) : Result();
 }
 
 Result SpoolFile::write(std::string_view bytes) {

@@ -19,8 +19,8 @@ public:
     /// Opens the file in @p directory, or in the system's temporary directory when that is empty or
     /// takes no file.
     ///
-    /// @param name what failures call it, such as the file that the bytes are for; empty for the
-    ///             directory
+    /// @param name what failures call it while it is in @p directory, such as the file that the
+    ///             bytes are for; empty for the directory
     Result open(const std::string& directory, const QString& name = {});
 
     /// Appends @p bytes.
