@@ -246,7 +246,7 @@ TEST_F(PsPrinterPdf, boldAndItalicWithoutAFaceOfTheirOwnAreMadeUp) {
     const Ink both = ink_of(true, true);
     EXPECT_GT(bold.pixels, plain.pixels * 5 / 4);
     // A slanted letter begins further left and ends further right than an upright one.
-    EXPECT_NEAR(both.pixels, bold.pixels, bold.pixels / 8);
+    EXPECT_NEAR(both.pixels, bold.pixels, bold.pixels / 8.0);
     EXPECT_GT(both.place.width(), bold.place.width() + 4);
 }
 

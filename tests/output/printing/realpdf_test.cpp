@@ -86,7 +86,7 @@ TEST_F(RealPdf, aServerJobHasReportFormAndWatermarkOnEveryPage) {
 TEST_F(RealPdf, aWatermarkInFrontCoversTheReportAndOneBehindDoesNot) {
     report(1);
     manager_.pdf_mode = true;
-    int black[2];
+    int black[2] = {};
     for (const int in_front : {0, 1}) {
         manager_.set_watermark_info("MMMM", "Liberation Sans", 80, 0, QColor(Qt::red), 0, 100,
                                     in_front);
