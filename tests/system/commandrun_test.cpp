@@ -174,9 +174,9 @@ TEST(RunCommand, goesOnUntilItIsCanceled) {
             testsupport::write_file(mark, "");
         return true;
     });
-    EXPECT_EQ(run_command("until [ -e " + QFile::encodeName(mark) +
-                              " ]; do sleep 0.01; done; exit 7",
-                          &control)
-                  .status,
-              7);
+    EXPECT_EQ(
+        run_command("until [ -e " + QFile::encodeName(mark) + " ]; do sleep 0.01; done; exit 7",
+                    &control)
+            .status,
+        7);
 }
